@@ -1,0 +1,42 @@
+#pragma once
+// Regular expressions of the players' log rules: ECMAScript grammar over UTF-16, case-sensitive,
+// giving the results of the standard library's std::wregex for ordinary expressions. Matching
+// never recurses on the machine stack and is bounded in work, so a pathological rule such as
+// (a|aa)*$ on a 2045-character line ends quickly as TooComplex (which counts as no match) instead
+// of overflowing the stack or holding the game's SendMessage.
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vrl {
+
+class RuleRegex {
+public:
+    enum class Result { NoMatch, Match, TooComplex };
+
+    // Compiles once; nullopt for an expression that std::wregex (ECMAScript) would reject
+    // (or one too large to compile), which the caller then treats as never matching.
+    static std::optional<RuleRegex> Compile(std::u16string_view pattern);
+
+    // Somewhere in the text (regex_search).
+    Result Search(std::u16string_view text) const;
+    // The whole text (regex_match). With groups, fills the captured texts (group 0 is the whole
+    // text; an unmatched group is empty).
+    Result FullMatch(std::u16string_view text, std::vector<std::u16string>* groups = nullptr) const;
+
+    RuleRegex(RuleRegex&&) noexcept;
+    RuleRegex& operator=(RuleRegex&&) noexcept;
+    ~RuleRegex();
+
+    struct Program;  // compiled form (private to the implementation)
+
+private:
+    explicit RuleRegex(std::unique_ptr<Program> program);
+    std::unique_ptr<Program> program_;
+};
+
+}  // namespace vrl

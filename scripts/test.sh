@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Runs every test: installs what is missing, builds the three trees, runs the native tests (with
+# sanitizers), a bounded fuzzing pass, then the Win32 and end-to-end tests under Wine on Xvfb.
+# Ends with one line "N passed, N failed".
+set -uo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+cd "$root"
+if [[ $(id -u) == 0 ]]; then scripts/install-deps.sh || exit 1; fi
+scripts/build.sh native win64 win32 fuzz || exit 1
+
+passed=0; failed=0
+tally() {  # log file of one ctest run
+  local line; line=$(grep -E "tests passed, [0-9]+ tests failed out of [0-9]+" "$1" | tail -1)
+  [[ -n $line ]] || { failed=$((failed + 1)); return; }
+  local f t; f=$(sed -E 's/.* ([0-9]+) tests failed out of ([0-9]+).*/\1/' <<<"$line")
+  t=$(sed -E 's/.* ([0-9]+) tests failed out of ([0-9]+).*/\2/' <<<"$line")
+  passed=$((passed + t - f)); failed=$((failed + f))
+}
+logs=$root/build/test-logs; mkdir -p "$logs"
+
+echo "== native tests"
+ctest --test-dir build/native -j "$(nproc)" --output-on-failure 2>&1 | tee "$logs/native.log"
+tally "$logs/native.log"
+
+if [[ -x scripts/fuzz.sh ]]; then
+  echo "== fuzzing (bounded)"
+  if scripts/fuzz.sh "${VRL_FUZZ_SECONDS:-20}" 2>&1 | tee "$logs/fuzz.log"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
+fi
+
+echo "== Windows tests under Wine"
+(
+  source scripts/wine-session.sh
+  ctest --test-dir build/win64 -j 2 --output-on-failure 2>&1 | tee "$logs/win64.log"
+)
+tally "$logs/win64.log"
+
+echo
+echo "tests: $passed passed, $failed failed"
+[[ $failed == 0 ]]

@@ -1,0 +1,32 @@
+# Sourced (not run): starts a headless X server and keeps one Wine process alive for the session,
+# so that every Windows program started afterwards costs milliseconds instead of a second.
+# Everything it starts is ended when the sourcing shell exits.
+#   VRL_WINEPREFIX  prefix folder (default: build/wineprefix)
+_vrl_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export WINEPREFIX=${VRL_WINEPREFIX:-$_vrl_root/build/wineprefix}
+export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+export WINEARCH=win64
+mkdir -p "$WINEPREFIX"
+
+_vrl_display=99
+while [[ -e /tmp/.X${_vrl_display}-lock || -e /tmp/.X11-unix/X${_vrl_display} ]]; do _vrl_display=$((_vrl_display + 1)); done
+Xvfb ":$_vrl_display" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+_vrl_xvfb_pid=$!
+export DISPLAY=":$_vrl_display"
+for _ in $(seq 50); do [[ -e /tmp/.X11-unix/X${_vrl_display} ]] && break; sleep 0.1; done
+
+vrl_wine_session_end() {
+  [[ -n ${_vrl_keepalive_pid:-} ]] && kill "$_vrl_keepalive_pid" 2>/dev/null
+  WINEPREFIX=$WINEPREFIX /usr/lib/wine/wineserver -k 2>/dev/null || true
+  WINEPREFIX=$WINEPREFIX /usr/lib/wine/wineserver -w 2>/dev/null || true
+  kill "$_vrl_xvfb_pid" 2>/dev/null || true
+}
+trap vrl_wine_session_end EXIT
+
+# First start creates the prefix (about ten seconds); afterwards a sleeper keeps the server warm.
+/usr/lib/wine/wine64 wineboot -i >/dev/null 2>&1 || true
+_vrl_keepalive=${VRL_KEEPALIVE:-$_vrl_root/build/win64/bin/vrl_keepalive.exe}
+if [[ -f $_vrl_keepalive ]]; then
+  /usr/lib/wine/wine64 "$_vrl_keepalive" >/dev/null 2>&1 &
+  _vrl_keepalive_pid=$!
+fi
