@@ -27,6 +27,26 @@ std::u16string Utf8ToUtf16(std::string_view bytes);
 // UTF-16 to UTF-8: unpaired surrogates become U+FFFD.
 std::string Utf16ToUtf8(std::u16string_view text);
 
+// One line of KCSV text as the tokeniser cuts it. `line` is the physical line (from 1, counted by
+// LF characters, as a text editor numbers them) on which it starts; a quoted cell may carry it
+// over several physical lines.
+struct KcsvLine {
+    std::vector<std::u16string> cells;
+    unsigned line = 1;
+    bool unclosedQuote = false;  // a quoted cell never closed and ran to the end of the text
+};
+// Cuts text (up to its first NUL) into lines of cells. Always succeeds.
+std::vector<KcsvLine> TokeniseKcsv(std::u16string_view text);
+
+// Where the parsed options and rows came from, for reports that name physical lines.
+struct KcsvSourceLines {
+    std::vector<unsigned> options;  // one per option, in list order
+    std::vector<unsigned> rows;     // one per row
+    unsigned formatLine = 0;        // the "#format" line, 0 when the text is not KCSV
+    unsigned columnLine = 0;        // the "#column" line, 0 when there is none
+    unsigned stopLine = 0;          // a second "#format"/"#column" line that stopped the parse
+};
+
 class KcsvFile {
 public:
     using Row = std::vector<std::u16string>;
@@ -41,6 +61,8 @@ public:
 
     // Parses UTF-16 text up to its first NUL. Always starts from an empty table.
     bool Parse(std::u16string_view text);
+    // The second stage of Parse on lines already cut; `where` (optional) receives the source lines.
+    bool ParseLines(const std::vector<KcsvLine>& lines, KcsvSourceLines* where = nullptr);
     // LoadFile's conversion and parse of a file's bytes (the bytes must not be empty).
     bool ParseUtf8(std::string_view bytes);
     // The exact bytes SaveFile writes.
@@ -63,6 +85,10 @@ public:
     const std::vector<Row>& Rows() const { return rows_; }
 
 private:
+    void Clear();
+    void AddOptionCells(const KcsvLine& line, unsigned lineNumber, KcsvSourceLines* where);
+    void AddRow(const Row& cells);
+
     std::vector<Option> options_;
     std::vector<std::u16string> columns_;
     std::vector<Row> rows_;
