@@ -1,0 +1,235 @@
+// KcsvFile against the real file system: loads, safe saves, and the two message boxes.
+
+#include "settings/kcsv.h"
+#include "ui/wide_win.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+
+namespace {
+
+using vrl::KcsvFile;
+using vrl::W;
+
+// A fresh folder per test, removed with everything in it afterwards.
+class Folder {
+public:
+    explicit Folder(const std::u16string& name) {
+        wchar_t temp[MAX_PATH];
+        GetTempPathW(MAX_PATH, temp);
+        path_ = std::u16string(vrl::U(temp)) + name;
+        CreateDirectoryW(W(path_), nullptr);
+    }
+    ~Folder() {
+        WIN32_FIND_DATAW found;
+        const HANDLE search = FindFirstFileW(W(path_ + u"\\*"), &found);
+        if (search != INVALID_HANDLE_VALUE) {
+            do {
+                const std::u16string file = path_ + u"\\" + vrl::U(found.cFileName);
+                SetFileAttributesW(W(file), FILE_ATTRIBUTE_NORMAL);
+                DeleteFileW(W(file));
+            } while (FindNextFileW(search, &found));
+            FindClose(search);
+        }
+        RemoveDirectoryW(W(path_));
+    }
+    std::u16string File(const std::u16string& name) const { return path_ + u"\\" + name; }
+    int FileCount() const {
+        int count = 0;
+        WIN32_FIND_DATAW found;
+        const HANDLE search = FindFirstFileW(W(path_ + u"\\*"), &found);
+        if (search == INVALID_HANDLE_VALUE) return 0;
+        do {
+            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) ++count;
+        } while (FindNextFileW(search, &found));
+        FindClose(search);
+        return count;
+    }
+
+private:
+    std::u16string path_;
+};
+
+void WriteBytes(const std::u16string& path, const std::string& bytes) {
+    const HANDLE file = CreateFileW(W(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    DWORD written = 0;
+    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    CloseHandle(file);
+}
+
+std::string ReadBytes(const std::u16string& path) {
+    const HANDLE file = CreateFileW(W(path), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return "<missing>";
+    std::string bytes(GetFileSize(file, nullptr), '\0');
+    DWORD read = 0;
+    ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
+    CloseHandle(file);
+    return bytes;
+}
+
+// Waits on another thread for a message box with the given caption, keeps its text and closes it
+// with OK, as a player would.
+class BoxCloser {
+public:
+    explicit BoxCloser(const wchar_t* caption)
+        : caption_(caption), thread_([this] { Watch(); }) {}
+    ~BoxCloser() { Join(); }
+    void Join() {
+        stop_ = true;
+        if (thread_.joinable()) thread_.join();
+    }
+    bool Seen() const { return seen_; }
+    const std::wstring& Text() const { return text_; }
+
+private:
+    void Watch() {
+        for (int i = 0; i < 1000 && !seen_; ++i) {
+            if (const HWND box = FindWindowW(L"#32770", caption_)) {
+                wchar_t text[2048] = {};
+                GetDlgItemTextW(box, 0xFFFF, text, 2048);
+                text_ = text;
+                seen_ = true;
+                PostMessageW(box, WM_COMMAND, IDOK, 0);
+                return;
+            }
+            if (stop_ && i > 100) return;  // the box should have come by now
+            Sleep(10);
+        }
+    }
+
+    const wchar_t* caption_;
+    std::atomic<bool> stop_{false};
+    std::atomic<bool> seen_{false};
+    std::wstring text_;
+    std::thread thread_;
+};
+
+KcsvFile SampleTable() {
+    KcsvFile t;
+    t.SetOption(u"MasterVolume", u"80");
+    t.SetOption(u"FontFace", u"メイリオ");
+    t.AddColumn(u"keyword");
+    t.AddColumn(u"color");
+    t.SetCell(0, 0, u"仲間, \"友\"");
+    t.SetCell(0, 1, u"#ff8000");
+    t.SetCell(1, 0, u"ally");
+    return t;
+}
+
+void ExpectSameTable(const KcsvFile& a, const KcsvFile& b) {
+    EXPECT_EQ(a.Options(), b.Options());
+    EXPECT_EQ(a.Columns(), b.Columns());
+    EXPECT_EQ(a.Rows(), b.Rows());
+}
+
+TEST(KcsvFile, SaveAndLoadRoundTripInAJapanesePath) {
+    Folder folder(u"vrl_kcsv_日本語");
+    const std::u16string path = folder.File(u"ログ設定.kcsv");
+    const KcsvFile saved = SampleTable();
+    ASSERT_TRUE(saved.SaveFile(path));
+    EXPECT_EQ(ReadBytes(path), saved.ToUtf8());
+    EXPECT_EQ(folder.FileCount(), 1);  // no temporary left beside it
+    KcsvFile loaded;
+    ASSERT_TRUE(loaded.LoadFile(path));
+    ExpectSameTable(loaded, saved);
+
+    // Saving again replaces the old content completely.
+    KcsvFile smaller;
+    ASSERT_TRUE(smaller.SaveFile(path));
+    EXPECT_EQ(ReadBytes(path), "#format,kcsv\r\n#column\r\n");
+}
+
+TEST(KcsvFile, MissingEmptyOrForeignFilesKeepTheTableWithoutABox) {
+    Folder folder(u"vrl_kcsv_load");
+    KcsvFile t = SampleTable();
+    EXPECT_FALSE(t.LoadFile(folder.File(u"missing.kcsv")));
+    EXPECT_FALSE(t.LoadFile(folder.File(u"no folder\\missing.kcsv")));
+    WriteBytes(folder.File(u"empty.kcsv"), "");
+    EXPECT_FALSE(t.LoadFile(folder.File(u"empty.kcsv")));
+    ExpectSameTable(t, SampleTable());
+
+    WriteBytes(folder.File(u"bom.kcsv"), "\xEF\xBB\xBF#format,kcsv\r\n#column,a\r\n");
+    EXPECT_FALSE(t.LoadFile(folder.File(u"bom.kcsv")));
+    EXPECT_TRUE(t.Columns().empty());
+}
+
+TEST(KcsvFile, FileHeldOpenForWritingShowsTheWarningBox) {
+    Folder folder(u"vrl_kcsv_busy");
+    const std::u16string path = folder.File(u"LogEx.kcsv");
+    WriteBytes(path, "#format,kcsv\r\n#column,keyword\r\nally\r\n");
+    const HANDLE writer = CreateFileW(W(path), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(writer, INVALID_HANDLE_VALUE);
+    KcsvFile t = SampleTable();
+    BoxCloser closer(L"Vorrel Error");
+    EXPECT_FALSE(t.LoadFile(path));
+    closer.Join();
+    CloseHandle(writer);
+    ASSERT_TRUE(closer.Seen());
+    EXPECT_EQ(closer.Text(), L"Cannot open file\r\nFile name " + vrl::Wstr(path));
+    ExpectSameTable(t, SampleTable());
+}
+
+TEST(KcsvFile, ReadOnlyTargetShowsTheWriteBoxAndStaysIntact) {
+    Folder folder(u"vrl_kcsv_readonly");
+    const std::u16string path = folder.File(u"Volume.kcsv");
+    const std::string old = "#format,kcsv\r\n#column,File,Volume\r\nold.ogg,70\r\n";
+    WriteBytes(path, old);
+    SetFileAttributesW(W(path), FILE_ATTRIBUTE_READONLY);
+    BoxCloser closer(L"Vorrel");
+    EXPECT_FALSE(SampleTable().SaveFile(path));
+    closer.Join();
+    ASSERT_TRUE(closer.Seen());
+    EXPECT_EQ(closer.Text(), L"KCSV error: Cannot write \"" + vrl::Wstr(path) + L"\".");
+    EXPECT_EQ(ReadBytes(path), old);
+    EXPECT_EQ(folder.FileCount(), 1);
+}
+
+TEST(KcsvFile, TargetHeldOpenByAReaderStaysIntact) {
+    Folder folder(u"vrl_kcsv_locked");
+    const std::u16string path = folder.File(u"PetInfo.kcsv");
+    const std::string old = "#format,kcsv\r\n#option,iFilterIndex:1\r\n#column\r\n";
+    WriteBytes(path, old);
+    const HANDLE reader = CreateFileW(W(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+    BoxCloser closer(L"Vorrel");
+    EXPECT_FALSE(SampleTable().SaveFile(path));
+    closer.Join();
+    CloseHandle(reader);
+    EXPECT_TRUE(closer.Seen());
+    EXPECT_EQ(ReadBytes(path), old);
+    EXPECT_EQ(folder.FileCount(), 1);
+}
+
+TEST(KcsvFile, MissingFolderShowsTheWriteBox) {
+    Folder folder(u"vrl_kcsv_nofolder");
+    const std::u16string path = folder.File(u"absent\\WindowPlacement.kcsv");
+    BoxCloser closer(L"Vorrel");
+    EXPECT_FALSE(SampleTable().SaveFile(path));
+    closer.Join();
+    EXPECT_TRUE(closer.Seen());
+    EXPECT_EQ(folder.FileCount(), 0);
+}
+
+TEST(KcsvFile, BlockLargerThanAMebibyteIsWrittenWhole) {
+    Folder folder(u"vrl_kcsv_big");
+    const std::u16string path = folder.File(u"QuickSearch.kcsv");
+    KcsvFile big;
+    big.AddColumn(u"keyword");
+    for (unsigned i = 0; i < 3000; ++i) big.SetCell(i, 0, std::u16string(200, u'語') + u"," + std::u16string(1, u'0' + i % 10));
+    const std::string bytes = big.ToUtf8();
+    ASSERT_GT(bytes.size(), 1048576u * 1.5);
+    ASSERT_TRUE(big.SaveFile(path));
+    EXPECT_EQ(ReadBytes(path), bytes);
+    KcsvFile loaded;
+    ASSERT_TRUE(loaded.LoadFile(path));
+    ASSERT_EQ(loaded.RowCount(), 3000u);
+    EXPECT_EQ(loaded.Cell(2999, 0, u""), big.Cell(2999, 0, u""));
+}
+
+}  // namespace
