@@ -1,0 +1,129 @@
+#include "alerts_support_win.h"
+
+#include <objidl.h>
+#include <shlobj.h>
+
+#include <cstdlib>
+
+namespace vrltest {
+
+std::string Utf8(const std::wstring& text) {
+    if (text.empty()) return std::string();
+    const int n = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                      nullptr, 0, nullptr, nullptr);
+    std::string out(static_cast<std::size_t>(n), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &out[0], n,
+                        nullptr, nullptr);
+    return out;
+}
+
+ScratchFolder::ScratchFolder() {
+    wchar_t temp[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, temp);
+    static unsigned counter = 0;
+    for (;;) {
+        path_ = std::wstring(temp) + L"vrl_alerts_" + std::to_wstring(GetCurrentProcessId()) +
+                L"_" + std::to_wstring(++counter);
+        if (CreateDirectoryW(path_.c_str(), nullptr)) break;
+    }
+}
+
+ScratchFolder::~ScratchFolder() {
+    WIN32_FIND_DATAW found = {};
+    const HANDLE search = FindFirstFileW((path_ + L"\\*").c_str(), &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            DeleteFileW((path_ + L"\\" + found.cFileName).c_str());
+        } while (FindNextFileW(search, &found));
+        FindClose(search);
+    }
+    RemoveDirectoryW(path_.c_str());
+}
+
+bool CopyStandIn(const std::wstring& subfolder, const std::wstring& name,
+                 const std::wstring& folder) {
+    wchar_t self[MAX_PATH * 2] = {};
+    std::wstring bin(self, GetModuleFileNameW(nullptr, self, MAX_PATH * 2));
+    bin = bin.substr(0, bin.find_last_of(L"\\/"));
+    return CopyFileW((bin + L"\\" + subfolder + L"\\" + name).c_str(),
+                     (folder + L"\\" + name).c_str(), FALSE) != 0;
+}
+
+void WriteBytes(const std::wstring& path, const std::string& bytes) {
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    CloseHandle(file);
+}
+
+void WriteWav(const std::wstring& path, unsigned milliseconds) {
+    const unsigned rate = 8000;
+    const unsigned data = rate * milliseconds / 1000;
+    auto le32 = [](unsigned v) {
+        return std::string{static_cast<char>(v), static_cast<char>(v >> 8),
+                           static_cast<char>(v >> 16), static_cast<char>(v >> 24)};
+    };
+    auto le16 = [](unsigned v) { return std::string{static_cast<char>(v), static_cast<char>(v >> 8)}; };
+    std::string bytes = "RIFF" + le32(36 + data) + "WAVE";
+    bytes += "fmt " + le32(16) + le16(1) + le16(1) + le32(rate) + le32(rate) + le16(1) + le16(8);
+    bytes += "data" + le32(data) + std::string(data, '\x80');
+    WriteBytes(path, bytes);
+}
+
+std::vector<std::string> ReadLines(const std::wstring& path) {
+    std::vector<std::string> lines;
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return lines;
+    std::string text;
+    char buffer[4096];
+    DWORD read = 0;
+    while (ReadFile(file, buffer, sizeof(buffer), &read, nullptr) && read > 0) {
+        text.append(buffer, read);
+    }
+    CloseHandle(file);
+    std::size_t start = 0;
+    for (std::size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
+        lines.push_back(text.substr(start, end - start));
+    }
+    return lines;
+}
+
+std::vector<std::string> Calls(const std::vector<std::string>& lines, const std::string& call) {
+    std::vector<std::string> matching;
+    for (const std::string& line : lines) {
+        if (line.compare(0, call.size() + 1, call + " ") == 0) matching.push_back(line);
+    }
+    return matching;
+}
+
+std::string Field(const std::string& line, const std::string& key) {
+    const std::size_t at = line.find(" " + key + "=");
+    if (at == std::string::npos) return "<missing " + key + ">";
+    const std::size_t value = at + key.size() + 2;
+    if (line[value] == '"') return line.substr(value, line.find('"', value + 1) - value + 1);
+    return line.substr(value, line.find(' ', value) - value);
+}
+
+unsigned long ResultOf(const std::string& line) {
+    const std::size_t at = line.rfind(" -> ");
+    return at == std::string::npos ? 0 : std::strtoul(line.c_str() + at + 4, nullptr, 10);
+}
+
+bool MakeShortcut(const std::wstring& lnkPath, const std::wstring& target) {
+    IShellLinkW* link = nullptr;
+    if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                                reinterpret_cast<void**>(&link)))) {
+        return false;
+    }
+    IPersistFile* file = nullptr;
+    bool ok = SUCCEEDED(link->SetPath(target.c_str())) &&
+              SUCCEEDED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file))) &&
+              SUCCEEDED(file->Save(lnkPath.c_str(), TRUE));
+    if (file) file->Release();
+    link->Release();
+    return ok;
+}
+
+}  // namespace vrltest

@@ -1,0 +1,48 @@
+#pragma once
+// Helpers of the alert and audio library tests: a scratch program folder with the stand-ins
+// copied in, sound files, shortcuts and the stand-ins' trace files.
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace vrltest {
+
+// A fresh folder under the temporary folder, removed with its files at the end.
+class ScratchFolder {
+public:
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    const std::wstring& Path() const { return path_; }
+    std::wstring operator/(const std::wstring& name) const { return path_ + L"\\" + name; }
+
+private:
+    std::wstring path_;
+};
+
+// Copies a stand-in built into <bin>\<subfolder> (simbass, simtalk) into `folder`.
+bool CopyStandIn(const std::wstring& subfolder, const std::wstring& name, const std::wstring& folder);
+
+// An 8 kHz mono 8-bit PCM WAV file playing for `milliseconds`.
+void WriteWav(const std::wstring& path, unsigned milliseconds);
+void WriteBytes(const std::wstring& path, const std::string& bytes);
+
+// The lines of a UTF-8 text file; empty when it does not exist.
+std::vector<std::string> ReadLines(const std::wstring& path);
+// The lines that begin with `call` followed by a space.
+std::vector<std::string> Calls(const std::vector<std::string>& lines, const std::string& call);
+// The value of `key=` in a trace line (up to the next space; a quoted value whole).
+std::string Field(const std::string& line, const std::string& key);
+// The number after " -> " at the end of a trace line.
+unsigned long ResultOf(const std::string& line);
+
+// Saves a shell shortcut at `lnkPath` pointing to `target`. COM must be initialised.
+bool MakeShortcut(const std::wstring& lnkPath, const std::wstring& target);
+
+std::string Utf8(const std::wstring& text);
+
+}  // namespace vrltest
