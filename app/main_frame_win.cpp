@@ -1,0 +1,346 @@
+#include "app/main_frame_win.h"
+
+#include <shellapi.h>
+
+#include "app/app_state_win.h"
+#include "app/error_box_win.h"
+#include "app/frame_texts.h"
+#include "app/game_link_win.h"
+#include "app/version_text.h"
+#include "settings/app_settings_win.h"
+#include "ui/wide_win.h"
+
+namespace vrl {
+// Until the launcher lands: no installation check, no launch.
+struct GameProcess {
+    DWORD processId = 0;
+    DWORD threadId = 0;
+};
+static void CheckInstallation(const std::wstring&, const std::string&) {}
+static GameProcess LaunchGame(const std::u16string&, bool) { return {}; }
+
+namespace {
+
+constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+constexpr DWORD kFrameExStyle = WS_EX_APPWINDOW | WS_EX_WINDOWEDGE;
+constexpr DWORD kStatusStaticStyle = WS_CHILD | WS_VISIBLE | WS_BORDER;
+
+// Command and hotkey ids; the main frame owns this one id space.
+enum CommandId : WORD {
+    kCmdExit = 32776,
+    kCmdScreenshotFirst = 33000,
+    kCmdScreenshotLast = 33099,
+    kCmdPlacementFirst = 34000,
+    kCmdPlacementLast = 34099,
+    kCmdShowMusicPanel = 34100,
+    kCmdShowVstEditor = 34101,
+    kCmdShowQuickSearch = 34102,
+    kCmdShowFullLog = 34103,
+    kCmdShowExtractedLog = 34104,
+    kCmdShowPetInfo = 34105,
+    kCmdShowItemInfo = 34106,
+    kCmdStartSettingsEditor = 34107,
+    kCmdAbout = 34108,
+    kCmdAboutFrameBase = 57664,
+    kCmdExitFrameBase = 57665,
+};
+
+void PressNumLock() {
+    INPUT keys[2] = {};
+    keys[0].type = keys[1].type = INPUT_KEYBOARD;
+    keys[0].ki.wVk = keys[1].ki.wVk = VK_NUMLOCK;
+    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    ::SendInput(2, keys, sizeof(INPUT));
+}
+
+bool NumLockIsOn() { return (::GetKeyState(VK_NUMLOCK) & 1) != 0; }
+
+std::wstring FolderOfModule(HMODULE module) {
+    wchar_t path[MAX_PATH] = {};
+    const DWORD length = ::GetModuleFileNameW(module, path, MAX_PATH);
+    std::wstring folder(path, length);
+    const size_t slash = folder.find_last_of(L'\\');
+    return slash == std::wstring::npos ? folder : folder.substr(0, slash);
+}
+
+std::string AnsiFolderOfModule(HMODULE module) {
+    char path[MAX_PATH] = {};
+    const DWORD length = ::GetModuleFileNameA(module, path, MAX_PATH);
+    std::string folder(path, length);
+    const size_t slash = folder.find_last_of('\\');
+    return slash == std::string::npos ? folder : folder.substr(0, slash);
+}
+
+}  // namespace
+
+CMainFrame::~CMainFrame() {
+    if (instanceMutex_) ::CloseHandle(instanceMutex_);
+}
+
+HWND CMainFrame::CreateFrame() {
+    const ClassSpec spec{W(game_link::kFrameClass), 0, game_link::kFrameExtraBytes,
+                         reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1)};
+    return Create(spec, nullptr, L"", kFrameStyle, kFrameExStyle);
+}
+
+bool CMainFrame::PreTranslateMessage(MSG*) { return false; }  // the frame has no accelerators
+
+bool CMainFrame::OnIdle() { return false; }
+
+bool CMainFrame::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
+    result = 0;
+    switch (msg) {
+    case WM_CREATE:
+        result = OnCreate(reinterpret_cast<const CREATESTRUCTW*>(lp));
+        return true;
+    case TrayIcon::kCallbackMessage:
+        OnTrayNotify(wp, lp);
+        return true;
+    case WM_CLOSE:
+        OnClose();
+        return true;
+    case WM_DESTROY:
+        OnDestroy();
+        return false;  // the frame base goes on and ends the loop
+    case WM_TIMER:
+        OnGameWatchTimer();
+        return true;
+    case WM_HOTKEY:
+        OnHotKey(static_cast<int>(wp));
+        return true;
+    case game_link::kMsgLogViewHandle:
+        result = OnLogViewHandleRequest(wp);
+        return true;
+    case game_link::kMsgClearLog:
+        OnClearLogRequest(wp);
+        return true;
+    case game_link::kMsgOpenEquipSet:
+        OnOpenEquipSetRequest();
+        return true;
+    case WM_COMMAND:
+        OnCommand(LOWORD(wp), HIWORD(wp));
+        return true;
+    }
+    return false;
+}
+
+LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
+    AppState& app = App();
+    if (CMessageLoop* loop = g_module.GetMessageLoop()) {
+        loop->AddMessageFilter(this);
+        loop->AddIdleHandler(this);
+    }
+    app.instance = create->hInstance;
+    SetText(W(kAppName));
+    ComputeFolders();
+
+    CheckInstallation(app.programFolder, app.programFolderAnsi);  // ends the process when broken
+    if (::GetFileAttributesW(app.settingsPath.c_str()) == INVALID_FILE_ATTRIBUTES) StartSettingsEditorAndExit();
+
+    richEdit_ = ::LoadLibraryW(L"riched20.dll");
+    tray_.Add(m_hWnd, app.instance);
+
+    app.settings.section = AppSettings::kSection;
+    app.settings.filePath = U16(app.settingsPath);
+    LoadAppSettings(app.settings);
+    if (app.settings.wstrMorva.empty()) StartSettingsEditorAndExit();
+
+    app.settings.iLanguage = AppSettings::ResolveLanguage(app.settings.iLanguage, ::GetUserDefaultLCID());
+    SetLanguageIndex(app.settings.iLanguage);
+    RefuseSecondInstance();
+    app.versionText = FormatVersionText(kThisRelease, LanguageIndex());
+
+    app.frame = game_link::FindFrame();
+    CreateStatusStatics();
+    if (app.settings.enScreenshot) {
+        ::RegisterHotKey(m_hWnd, kCmdScreenshotFirst, MOD_CONTROL | MOD_ALT, VK_SNAPSHOT);
+    }
+    CreateCompanionWindows();
+
+    const GameProcess game = LaunchGame(app.settings.wstrMorva, app.settings.enMusicExtender != 0);
+    gameProcessId_ = game.processId;
+    gameThreadId_ = game.threadId;
+
+    ::SetTimer(m_hWnd, kGameWatchTimer, kGameWatchPeriodMs, nullptr);
+    if (app.settings.enNumlockOff) SwitchNumLockOffAtStart();
+    return 0;
+}
+
+void CMainFrame::ComputeFolders() {
+    AppState& app = App();
+    app.programFolder = FolderOfModule(nullptr);
+    app.programFolderAnsi = AnsiFolderOfModule(nullptr);
+    app.saveBackupFolder = app.programFolder + L"\\save.bak";
+    app.screenshotFolder = app.programFolder + L"\\screenshot";
+    ::SetCurrentDirectoryW(app.programFolder.c_str());
+    app.settingsPath = app.programFolder + L"\\Vrl.ini";
+}
+
+void CMainFrame::StartSettingsEditorAndExit() {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    wchar_t application[] = L"VrlConfig.exe";
+    if (::CreateProcessW(application, nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process)) {
+        ::CloseHandle(process.hThread);
+        ::CloseHandle(process.hProcess);
+    }
+    ::ExitProcess(0);
+}
+
+void CMainFrame::RefuseSecondInstance() {
+    // A second companion would answer the module through the first one's frame; refuse it early,
+    // before it publishes anything or starts a second game.
+    instanceMutex_ = ::CreateMutexW(nullptr, FALSE, L"Local\\Vorrel.VrlBoot.Instance");
+    if (instanceMutex_ && ::GetLastError() == ERROR_ALREADY_EXISTS) {
+        tray_.Remove();
+        WarningBox(frame_texts::kAlreadyRunning.Get());
+        ::ExitProcess(0);
+    }
+}
+
+void CMainFrame::CreateStatusStatics() {
+    HINSTANCE instance = App().instance;
+    statusStatic1_ = ::CreateWindowExW(0, L"STATIC", L"", kStatusStaticStyle, 0, 0, 160, 24, m_hWnd, nullptr,
+                                       instance, nullptr);
+    statusStatic2_ = ::CreateWindowExW(0, L"STATIC", L"", kStatusStaticStyle, 0, 24, 160, 24, m_hWnd, nullptr,
+                                       instance, nullptr);
+    game_link::WriteWindowSlot(m_hWnd, game_link::kSlotStatusStatic1, statusStatic1_);
+    game_link::WriteWindowSlot(m_hWnd, game_link::kSlotStatusStatic2, statusStatic2_);
+}
+
+void CMainFrame::CreateCompanionWindows() {
+    // The log, music, pet, item, quick search, treasure map and equip set windows slot in here,
+    // in that order, as each is built.
+}
+
+void CMainFrame::DestroyCompanionWindows() {}
+
+void CMainFrame::SwitchNumLockOffAtStart() {
+    numLockWasOn_ = NumLockIsOn();
+    if (numLockWasOn_) PressNumLock();
+}
+
+void CMainFrame::RestoreNumLockAtExit() {
+    if (App().settings.enNumlockOff && NumLockIsOn() != numLockWasOn_) PressNumLock();
+}
+
+HWND CMainFrame::FindGameWindow() const {
+    struct Search {
+        DWORD processId, threadId;
+        HWND found;
+    } search{gameProcessId_, gameThreadId_, nullptr};
+    ::EnumWindows(
+        [](HWND hwnd, LPARAM lp) -> BOOL {
+            auto* s = reinterpret_cast<Search*>(lp);
+            DWORD processId = 0;
+            const DWORD threadId = ::GetWindowThreadProcessId(hwnd, &processId);
+            if (::IsWindowVisible(hwnd) && processId == s->processId && threadId == s->threadId) {
+                s->found = hwnd;
+                return FALSE;
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+void CMainFrame::OnGameWatchTimer() {
+    AppState& app = App();
+    if (!app.gameWindow) {
+        app.gameWindow = gameProcessId_ ? FindGameWindow() : nullptr;
+        if (app.gameWindow) return;
+        if (++fruitlessTicks_ > kMaxFruitlessTicks) {
+            ::KillTimer(m_hWnd, kGameWatchTimer);
+            FatalError(frame_texts::kGameNotFound.Get());
+        }
+        return;
+    }
+    if (::IsWindow(app.gameWindow)) return;
+
+    // The main window has gone; a further window still open means the process lingers: end it.
+    ::Sleep(100);
+    HWND further = game_link::ReadWindowSlot(m_hWnd, game_link::kSlotFurtherWindow);
+    if (further && ::IsWindow(further)) {
+        if (HANDLE process = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, gameProcessId_)) {
+            ::TerminateProcess(process, 0);
+            ::CloseHandle(process);
+        }
+    }
+    ::KillTimer(m_hWnd, kGameWatchTimer);
+    Send(WM_CLOSE);
+}
+
+void CMainFrame::OnClose() {
+    HWND game = App().gameWindow;
+    if (game && ::IsWindow(game)) {
+        // The frame stays either way; the game watch closes it once the game window has gone.
+        const int answer = ::MessageBoxW(m_hWnd, W(frame_texts::kGameStillRunning.Get()), W(kAppName),
+                                         MB_YESNO | MB_ICONQUESTION);
+        if (answer == IDYES && ::IsWindow(game)) {
+            DWORD_PTR ignored = 0;
+            ::SendMessageTimeoutW(game, WM_CLOSE, 0, 0, SMTO_ABORTIFHUNG, 5000, &ignored);
+        }
+        return;
+    }
+    RestoreNumLockAtExit();
+    ::DestroyWindow(m_hWnd);
+}
+
+void CMainFrame::OnDestroy() {
+    if (CMessageLoop* loop = g_module.GetMessageLoop()) {
+        loop->RemoveMessageFilter(this);
+        loop->RemoveIdleHandler(this);
+    }
+    DestroyCompanionWindows();
+    tray_.Remove();
+    if (richEdit_) {
+        ::FreeLibrary(richEdit_);
+        richEdit_ = nullptr;
+    }
+}
+
+void CMainFrame::OnHotKey(int id) {
+    switch (id) {
+    case kCmdScreenshotFirst:  // screenshot with the configured range
+    case kCmdShowMusicPanel:
+    case kCmdShowQuickSearch:
+        OnCommand(static_cast<WORD>(id), 0);
+        break;
+    }
+}
+
+void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
+    switch (id) {
+    case kCmdExit:
+    case kCmdExitFrameBase:
+        Post(WM_CLOSE);
+        return;
+    case kCmdStartSettingsEditor:
+        ::ShellExecuteW(nullptr, L"open", L"VrlConfig.exe", nullptr, nullptr, SW_SHOWNORMAL);
+        return;
+    case kCmdAbout:
+    case kCmdAboutFrameBase:
+    case kCmdShowMusicPanel:
+    case kCmdShowVstEditor:
+    case kCmdShowQuickSearch:
+    case kCmdShowFullLog:
+    case kCmdShowExtractedLog:
+    case kCmdShowPetInfo:
+    case kCmdShowItemInfo:
+        return;  // their windows are not built yet
+    }
+    if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) return;
+    if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) return;
+    // Any other id is not ours: ignored.
+}
+
+void CMainFrame::OnTrayNotify(WPARAM, LPARAM) {}
+
+LRESULT CMainFrame::OnLogViewHandleRequest(WPARAM) { return 0; }
+
+void CMainFrame::OnClearLogRequest(WPARAM) {}
+
+void CMainFrame::OnOpenEquipSetRequest() {}
+
+}  // namespace vrl

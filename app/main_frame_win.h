@@ -1,0 +1,68 @@
+#pragma once
+// CMainFrame: the hidden top-level window at the hub of the companion. Its creation prepares the
+// folders and settings, launches the game and creates the companion windows; its timer watches
+// the game and closes everything once the game has gone.
+
+#include <windows.h>
+
+#include "app/message_loop_win.h"
+#include "app/tray_icon_win.h"
+#include "ui/window_win.h"
+
+namespace vrl {
+
+class CMainFrame : public CFrameWindowImpl, public CMessageFilter, public CIdleHandler {
+public:
+    static constexpr UINT_PTR kGameWatchTimer = 10000;
+    static constexpr UINT kGameWatchPeriodMs = 100;
+    static constexpr int kMaxFruitlessTicks = 30;
+
+    CMainFrame() = default;
+    ~CMainFrame() override;
+
+    // Creates the (never shown) frame window; its creation handler does the rest.
+    HWND CreateFrame();
+
+    bool PreTranslateMessage(MSG* msg) override;
+    bool OnIdle() override;
+
+    bool ProcessWindowMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) override;
+
+    DWORD GameProcessId() const { return gameProcessId_; }
+    DWORD GameThreadId() const { return gameThreadId_; }
+
+private:
+    LRESULT OnCreate(const CREATESTRUCTW* create);
+    void OnClose();
+    void OnDestroy();
+    void OnGameWatchTimer();
+    void OnHotKey(int id);
+    void OnCommand(WORD id, WORD notifyCode);
+    void OnTrayNotify(WPARAM id, LPARAM mouseMessage);
+    LRESULT OnLogViewHandleRequest(WPARAM page);
+    void OnClearLogRequest(WPARAM which);
+    void OnOpenEquipSetRequest();
+
+    void ComputeFolders();
+    void CreateStatusStatics();
+    void RegisterHotkeys();
+    void CreateCompanionWindows();
+    void DestroyCompanionWindows();
+    HWND FindGameWindow() const;
+    void SwitchNumLockOffAtStart();
+    void RestoreNumLockAtExit();
+    [[noreturn]] void StartSettingsEditorAndExit();
+    void RefuseSecondInstance();
+
+    TrayIcon tray_;
+    HMODULE richEdit_ = nullptr;
+    HWND statusStatic1_ = nullptr;
+    HWND statusStatic2_ = nullptr;
+    HANDLE instanceMutex_ = nullptr;
+    DWORD gameProcessId_ = 0;
+    DWORD gameThreadId_ = 0;
+    int fruitlessTicks_ = 0;
+    bool numLockWasOn_ = false;
+};
+
+}  // namespace vrl

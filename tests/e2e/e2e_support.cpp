@@ -1,0 +1,203 @@
+#include "e2e_support.h"
+
+#include <tlhelp32.h>
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace e2e {
+namespace {
+
+std::wstring TempRoot() {
+    wchar_t temp[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, temp);
+    static LONG counter = 0;
+    const LONG n = ::InterlockedIncrement(&counter);
+    return std::wstring(temp) + L"vrl-e2e-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(n);
+}
+
+void MustCopy(const std::wstring& from, const std::wstring& to) {
+    if (!::CopyFileW(from.c_str(), to.c_str(), FALSE)) throw std::runtime_error("cannot copy " + Utf8(from));
+}
+
+void WriteFile(const std::wstring& path, const std::string& bytes) {
+    std::ofstream out(path.c_str(), std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+// A copy of the demo game with every "hspwnd0" replaced, so that the marker is nowhere in the file.
+void WriteMarkerlessCopy(const std::wstring& from, const std::wstring& to) {
+    std::ifstream in(from.c_str(), std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const std::string marker("hspwnd0\0", 8);
+    for (size_t at = bytes.find(marker); at != std::string::npos; at = bytes.find(marker, at + 1)) bytes[at] = 'x';
+    WriteFile(to, bytes);
+}
+
+}  // namespace
+
+std::string Utf8(const std::wstring& text) {
+    if (text.empty()) return {};
+    const int size = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
+                                           nullptr, nullptr);
+    std::string out(static_cast<size_t>(size), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), out.data(), size, nullptr,
+                          nullptr);
+    return out;
+}
+
+std::wstring BinFolder() {
+    wchar_t path[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+    std::wstring folder(path);
+    return folder.substr(0, folder.find_last_of(L'\\'));
+}
+
+void Install::WriteIni(const std::string& extraLines) const {
+    std::string ini = "[Vorrel_v5]\r\nwstrMorva=" + Utf8(gameExe) + "\r\n" + extraLines;
+    // The profile functions read a UTF-8 file without a byte-order mark as ANSI; a Japanese path
+    // therefore goes in as UTF-16 with its mark, which they read as Unicode.
+    std::wstring wide(ini.size(), L'\0');
+    wide.resize(static_cast<size_t>(::MultiByteToWideChar(CP_UTF8, 0, ini.data(), static_cast<int>(ini.size()),
+                                                          wide.data(), static_cast<int>(wide.size()))));
+    std::string bytes("\xFF\xFE", 2);
+    bytes.append(reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t));
+    WriteFile(ProgramFile(L"Vrl.ini"), bytes);
+}
+
+void Install::WriteProgramFile(const std::wstring& name, const std::string& bytes) const {
+    WriteFile(ProgramFile(name), bytes);
+}
+
+std::string Install::ReadTranscript() const {
+    std::ifstream in(transcript.c_str(), std::ios::binary);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+bool Install::ProgramFileExists(const std::wstring& name) const {
+    return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+Install MakeInstall(const InstallOptions& options) {
+    Install install;
+    install.root = TempRoot();
+    install.gameFolder = install.root + L"\\" + options.gameFolderName;
+    install.programFolder = install.gameFolder + L"\\Vorrel";
+    install.gameExe = install.gameFolder + L"\\DemoGame.exe";
+    install.transcript = install.root + L"\\transcript.txt";
+    ::CreateDirectoryW(install.root.c_str(), nullptr);
+    ::CreateDirectoryW(install.gameFolder.c_str(), nullptr);
+    ::CreateDirectoryW(install.programFolder.c_str(), nullptr);
+
+    const std::wstring bin = BinFolder();
+    if (options.markerlessGame) {
+        WriteMarkerlessCopy(bin + L"\\DemoGame.exe", install.gameExe);
+    } else {
+        MustCopy(bin + L"\\DemoGame.exe", install.gameExe);
+    }
+    MustCopy(bin + L"\\VrlBoot.exe", install.ProgramFile(L"VrlBoot.exe"));
+    MustCopy(bin + L"\\VrlConfig.exe", install.ProgramFile(L"VrlConfig.exe"));
+    if (options.withModule) MustCopy(bin + L"\\VrlDLL.dll", install.ProgramFile(L"VrlDLL.dll"));
+    return install;
+}
+
+Companion::Companion(const Install& install) {
+    ::SetEnvironmentVariableW(L"VRL_SIM_TRANSCRIPT", install.transcript.c_str());
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    std::wstring exe = install.ProgramFile(L"VrlBoot.exe");
+    // Started from elsewhere on purpose: the companion must find its folders by itself.
+    if (!::CreateProcessW(exe.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, install.root.c_str(),
+                          &startup, &process_)) {
+        throw std::runtime_error("cannot start VrlBoot.exe");
+    }
+}
+
+Companion::~Companion() {
+    if (WaitExit(0) == STILL_ACTIVE) {
+        ::TerminateProcess(process_.hProcess, 99);
+        ::WaitForSingleObject(process_.hProcess, 5000);
+    }
+    ::CloseHandle(process_.hThread);
+    ::CloseHandle(process_.hProcess);
+    EndDemoGames();
+}
+
+DWORD Companion::WaitExit(DWORD ms) const {
+    if (::WaitForSingleObject(process_.hProcess, ms) != WAIT_OBJECT_0) return STILL_ACTIVE;
+    DWORD code = STILL_ACTIVE;
+    ::GetExitCodeProcess(process_.hProcess, &code);
+    return code;
+}
+
+HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD ms) {
+    HWND found = nullptr;
+    WaitUntil([&] { return (found = ::FindWindowW(className, title)) != nullptr; }, ms);
+    return found;
+}
+
+HWND WaitForFrame(DWORD ms) { return WaitForWindow(L"VorrelUI", L"Vorrel", ms); }
+
+HWND WaitForGameWindow(DWORD ms) { return WaitForWindow(L"hspwnd0", nullptr, ms); }
+
+MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms) {
+    MessageBoxSeen seen;
+    WaitUntil(
+        [&] {
+            struct Search {
+                DWORD processId;
+                HWND found;
+            } search{processId, nullptr};
+            ::EnumWindows(
+                [](HWND hwnd, LPARAM lp) -> BOOL {
+                    auto* s = reinterpret_cast<Search*>(lp);
+                    wchar_t cls[16] = {};
+                    ::GetClassNameW(hwnd, cls, 16);
+                    DWORD pid = 0;
+                    ::GetWindowThreadProcessId(hwnd, &pid);
+                    if (pid == s->processId && std::wstring(cls) == L"#32770" && ::IsWindowVisible(hwnd)) {
+                        s->found = hwnd;
+                        return FALSE;
+                    }
+                    return TRUE;
+                },
+                reinterpret_cast<LPARAM>(&search));
+            seen.window = search.found;
+            return seen.window != nullptr;
+        },
+        ms);
+    if (seen.window) {
+        wchar_t buffer[2048] = {};
+        ::GetWindowTextW(seen.window, buffer, 2048);
+        seen.caption = buffer;
+        buffer[0] = 0;
+        ::SendMessageW(::GetDlgItem(seen.window, 0xFFFF), WM_GETTEXT, 2048, reinterpret_cast<LPARAM>(buffer));
+        seen.text = buffer;
+    }
+    return seen;
+}
+
+void Press(HWND box, int buttonId) { ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), 0); }
+
+void EndDemoGames() {
+    HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (snapshot == INVALID_HANDLE_VALUE) return;
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = ::Process32FirstW(snapshot, &entry); more; more = ::Process32NextW(snapshot, &entry)) {
+        const std::wstring name = entry.szExeFile;
+        if (_wcsicmp(name.c_str(), L"DemoGame.exe") == 0 || _wcsicmp(name.c_str(), L"VrlBoot.exe") == 0) {
+            if (HANDLE process = ::OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, entry.th32ProcessID)) {
+                ::TerminateProcess(process, 99);
+                ::WaitForSingleObject(process, 5000);
+                ::CloseHandle(process);
+            }
+        }
+    }
+    ::CloseHandle(snapshot);
+}
+
+}  // namespace e2e

@@ -1,0 +1,89 @@
+#pragma once
+// End-to-end harness: lays out a game folder with the companion installed inside it (in a fresh
+// temporary folder), starts the real VrlBoot.exe there with the stand-in module, and reads back
+// what the player would see: windows, message boxes, the stand-ins' transcripts.
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace e2e {
+
+// Folder of the running test program: the build's bin folder with VrlBoot.exe and the stand-ins.
+std::wstring BinFolder();
+
+struct Install {
+    std::wstring root;           // the temporary folder
+    std::wstring gameFolder;     // root\<game folder name>
+    std::wstring programFolder;  // gameFolder\Vorrel
+    std::wstring gameExe;        // gameFolder\DemoGame.exe
+    std::wstring transcript;     // root\transcript.txt (module and demo game append to it)
+
+    std::wstring ProgramFile(const std::wstring& name) const { return programFolder + L"\\" + name; }
+    // Writes Vrl.ini: section Vorrel_v5 with wstrMorva = the demo game, followed by `extraLines`.
+    void WriteIni(const std::string& extraLines = {}) const;
+    void WriteProgramFile(const std::wstring& name, const std::string& bytes) const;
+    void WriteScenario(const std::string& scenario) const { WriteProgramFile(L"VrlDLL.scenario", scenario); }
+    std::string ReadTranscript() const;
+    bool ProgramFileExists(const std::wstring& name) const;
+};
+
+struct InstallOptions {
+    std::wstring gameFolderName = L"Morva";
+    bool withModule = true;      // copy the stand-in VrlDLL.dll
+    bool markerlessGame = false; // a game executable without the HSP marker
+};
+
+Install MakeInstall(const InstallOptions& options = {});
+
+// A started VrlBoot.exe; ended (with the game it started) when this goes out of scope.
+class Companion {
+public:
+    explicit Companion(const Install& install);
+    ~Companion();
+    Companion(const Companion&) = delete;
+    Companion& operator=(const Companion&) = delete;
+
+    // Exit code, or STILL_ACTIVE when it has not ended within `ms`.
+    DWORD WaitExit(DWORD ms) const;
+    DWORD ProcessId() const { return process_.dwProcessId; }
+
+private:
+    PROCESS_INFORMATION process_{};
+};
+
+// Polls until a top-level window of that class (and title, when given) exists; null after `ms`.
+HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD ms);
+// The frame of the running companion.
+HWND WaitForFrame(DWORD ms = 10000);
+// The demo game's main window.
+HWND WaitForGameWindow(DWORD ms = 10000);
+
+struct MessageBoxSeen {
+    HWND window = nullptr;
+    std::wstring caption;
+    std::wstring text;
+};
+// A message box (dialog class "#32770") of the given process, found by polling.
+MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms);
+// Presses a message box button (IDOK, IDYES, IDNO...).
+void Press(HWND box, int buttonId);
+
+// Waits until `predicate` holds or `ms` passes.
+template <typename Predicate>
+bool WaitUntil(Predicate predicate, DWORD ms) {
+    const ULONGLONG end = ::GetTickCount64() + ms;
+    for (;;) {
+        if (predicate()) return true;
+        if (::GetTickCount64() >= end) return false;
+        ::Sleep(20);
+    }
+}
+
+// Ends every demo game process still around (tests must not leave processes behind).
+void EndDemoGames();
+
+std::string Utf8(const std::wstring& text);
+
+}  // namespace e2e

@@ -1,0 +1,79 @@
+#include "ui/dialog_win.h"
+
+namespace vrl {
+namespace {
+
+// Messages whose answer a dialog procedure returns directly instead of through DWLP_MSGRESULT.
+bool AnswersDirectly(UINT msg) {
+    switch (msg) {
+    case WM_INITDIALOG:
+    case WM_CHARTOITEM:
+    case WM_COMPAREITEM:
+    case WM_VKEYTOITEM:
+    case WM_QUERYDRAGICON:
+    case WM_CTLCOLORMSGBOX:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLORSCROLLBAR:
+    case WM_CTLCOLORSTATIC:
+        return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+HWND CDialogImplBase::CreateIndirect(const void* dialogTemplate, HWND owner) {
+    ExpectCreation(this);
+    HWND hwnd = ::CreateDialogIndirectParamW(::GetModuleHandleW(nullptr),
+                                             static_cast<LPCDLGTEMPLATEW>(dialogTemplate), owner,
+                                             &CDialogImplBase::StartDialogProc, 0);
+    if (!hwnd) {
+        CancelCreation(this);
+        Detach();
+    }
+    return hwnd;
+}
+
+INT_PTR CDialogImplBase::DoModalIndirect(const void* dialogTemplate, HWND owner) {
+    ExpectCreation(this);
+    const INT_PTR result = ::DialogBoxIndirectParamW(::GetModuleHandleW(nullptr),
+                                                     static_cast<LPCDLGTEMPLATEW>(dialogTemplate), owner,
+                                                     &CDialogImplBase::StartDialogProc, 0);
+    if (result == -1) CancelCreation(this);
+    return result;
+}
+
+INT_PTR CALLBACK CDialogImplBase::StartDialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    auto* self = static_cast<CDialogImplBase*>(TakeCreation());
+    if (!self) return FALSE;
+    self->Attach(hwnd);
+    ::SetWindowLongPtrW(hwnd, DWLP_USER, reinterpret_cast<LONG_PTR>(self));
+    ::SetWindowLongPtrW(hwnd, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(&CDialogImplBase::DialogProc));
+    return self->Route(hwnd, msg, wp, lp);
+}
+
+INT_PTR CALLBACK CDialogImplBase::DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    auto* self = reinterpret_cast<CDialogImplBase*>(::GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (!self) return FALSE;
+    return self->Route(hwnd, msg, wp, lp);
+}
+
+INT_PTR CDialogImplBase::Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    LRESULT result = 0;
+    const bool handled = ProcessWindowMessage(hwnd, msg, wp, lp, result);
+    if (msg == WM_NCDESTROY) {
+        ::SetWindowLongPtrW(hwnd, DWLP_USER, 0);
+        Detach();
+        OnFinalMessage(hwnd);
+        return handled ? TRUE : FALSE;
+    }
+    if (!handled) return FALSE;
+    if (AnswersDirectly(msg)) return static_cast<INT_PTR>(result);
+    ::SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, result);
+    return TRUE;
+}
+
+}  // namespace vrl

@@ -1,0 +1,24 @@
+#pragma once
+// Dialog base for the companion's panels and modal boxes: created from an in-memory template, with
+// one message-map dispatch per class. Modeless panels are never passed through the dialog manager
+// by the message loop, so Tab, Enter and Escape do nothing there unless a panel handles them.
+
+#include "ui/window_win.h"
+
+namespace vrl {
+
+class CDialogImplBase : public CWindowImplBase {
+public:
+    // Modeless, from an extended template in memory; nullptr when the dialog cannot be created.
+    HWND CreateIndirect(const void* dialogTemplate, HWND owner = nullptr);
+    // Modal, owned by `owner`; returns what EndDialog was given, or -1 when it could not be shown.
+    INT_PTR DoModalIndirect(const void* dialogTemplate, HWND owner);
+    void EndDialog(INT_PTR result) const { ::EndDialog(m_hWnd, result); }
+
+private:
+    static INT_PTR CALLBACK StartDialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+    static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+    INT_PTR Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+};
+
+}  // namespace vrl
