@@ -18,15 +18,24 @@ class RuleRegex {
 public:
     enum class Result { NoMatch, Match, TooComplex };
 
-    // Compiles once; nullopt for an expression that std::wregex (ECMAScript) would reject
-    // (or one too large to compile), which the caller then treats as never matching.
+    // Steps a match may take before it gives up as TooComplex. Ordinary rules on a full
+    // 2045-character line need a few thousand, at most some tens of thousands; this many take
+    // about 10 to 15 ms.
+    static constexpr std::size_t kStepBudget = 1000000;
+
+    // Compiles once; nullopt for an expression that std::wregex (ECMAScript) would reject, which
+    // the caller then treats as never matching. Also nullopt, where std::wregex might still have
+    // accepted it, for groups and lookaheads nested more than 200 deep.
     static std::optional<RuleRegex> Compile(std::u16string_view pattern);
 
-    // Somewhere in the text (regex_search).
-    Result Search(std::u16string_view text) const;
+    // Somewhere in the text (regex_search). With groups, fills the captured texts (group 0 is
+    // the matched part; an unmatched group is empty).
+    Result Search(std::u16string_view text, std::vector<std::u16string>* groups = nullptr,
+                  std::size_t budget = kStepBudget) const;
     // The whole text (regex_match). With groups, fills the captured texts (group 0 is the whole
     // text; an unmatched group is empty).
-    Result FullMatch(std::u16string_view text, std::vector<std::u16string>* groups = nullptr) const;
+    Result FullMatch(std::u16string_view text, std::vector<std::u16string>* groups = nullptr,
+                     std::size_t budget = kStepBudget) const;
 
     RuleRegex(RuleRegex&&) noexcept;
     RuleRegex& operator=(RuleRegex&&) noexcept;
@@ -36,6 +45,8 @@ public:
 
 private:
     explicit RuleRegex(std::unique_ptr<Program> program);
+    Result Run(std::u16string_view text, bool whole, std::vector<std::u16string>* groups,
+               std::size_t budget) const;
     std::unique_ptr<Program> program_;
 };
 
