@@ -20,6 +20,7 @@ void DialogTemplate::Create(std::u16string_view title, DialogBox box, std::uint3
     block_.assign(TemplateBlockStep(initialSize_), 0);
     used_ = 0;
     created_ = true;
+    font_ = font;
 
     const bool hasFont = !font.face.empty();
     if (hasFont) style |= dlgstyle::kSetFont;

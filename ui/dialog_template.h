@@ -58,9 +58,9 @@ struct DialogFont {
     std::uint8_t charset = 0;
 };
 
-// Geometry in dialog units.
+// Geometry in dialog units; the template keeps 16 bits of each.
 struct DialogBox {
-    std::int16_t x = 0, y = 0, cx = 0, cy = 0;
+    int x = 0, y = 0, cx = 0, cy = 0;
 };
 
 class DialogTemplate {
@@ -87,6 +87,8 @@ public:
     std::size_t Size() const { return used_; }
     std::size_t Capacity() const { return block_.size(); }
     std::uint16_t ItemCount() const;
+    // The font given to Create (no face: none).
+    const DialogFont& Font() const { return font_; }
 
 private:
     void Reserve(std::size_t pieceSize);
@@ -100,6 +102,7 @@ private:
     std::vector<std::uint8_t> block_;
     std::size_t used_ = 0;
     bool created_ = false;
+    DialogFont font_;
 };
 
 // Block size for a piece of `size` bytes: rounded down to a multiple of 1024, plus 1024.

@@ -1,0 +1,174 @@
+#include "ui/dialog_template.h"
+#include "ui/layout_win.h"
+#include "ui/panel_style.h"
+#include "ui/panel_win.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using vrl::ControlAtom;
+using vrl::DialogTemplate;
+
+constexpr DWORD kPanelStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
+
+INT_PTR CALLBACK QuietProc(HWND, UINT msg, WPARAM, LPARAM) { return msg == WM_INITDIALOG; }
+
+// Destroys the panel at the end of a test.
+struct Panel {
+    explicit Panel(HWND h) : hwnd(h) {}
+    ~Panel() {
+        if (hwnd) DestroyWindow(hwnd);
+    }
+    HWND hwnd;
+};
+
+std::wstring TextOf(HWND hwnd) {
+    wchar_t buffer[512] = {};
+    GetWindowTextW(hwnd, buffer, 512);
+    return buffer;
+}
+
+std::wstring ClassOf(HWND hwnd) {
+    wchar_t buffer[128] = {};
+    GetClassNameW(hwnd, buffer, 128);
+    return buffer;
+}
+
+DialogTemplate SmallPanel(int language) {
+    DialogTemplate t;
+    t.Create(vrl::PanelTitle(u"Test Panel"), {0, 0, 200, 120}, kPanelStyle, 0,
+             vrl::PanelFont(language));
+    t.AddControl(ControlAtom::kStatic, 100, {6, 6, 42, 12}, 0, 0, u"Filter:");
+    t.AddControl(ControlAtom::kEdit, 200, {6, 24, 100, 40}, WS_BORDER, 0, u"");
+    return t;
+}
+
+TEST(DialogTemplateWin, ControlWithStyleZeroIsAVisibleChildOfAnUnownedPanel) {
+    const DialogTemplate t = SmallPanel(0);
+    Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+    ASSERT_NE(panel.hwnd, nullptr);
+    EXPECT_EQ(GetWindow(panel.hwnd, GW_OWNER), nullptr);
+    EXPECT_EQ(TextOf(panel.hwnd), L"Test Panel - Vorrel");
+
+    HWND label = GetDlgItem(panel.hwnd, 100);
+    ASSERT_NE(label, nullptr);
+    const LONG style = GetWindowLongW(label, GWL_STYLE);
+    EXPECT_TRUE(style & WS_CHILD);
+    EXPECT_TRUE(style & WS_VISIBLE);
+    EXPECT_EQ(GetParent(label), panel.hwnd);
+    EXPECT_EQ(TextOf(label), L"Filter:");
+    ShowWindow(panel.hwnd, SW_SHOWNA);
+    EXPECT_TRUE(IsWindowVisible(label));
+}
+
+TEST(DialogTemplateWin, PanelFontCarriesTheCharacterSetOfTheLanguage) {
+    for (int language : {1, 0}) {
+        const DialogTemplate t = SmallPanel(language);
+        Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+        ASSERT_NE(panel.hwnd, nullptr);
+        const auto font = reinterpret_cast<HFONT>(SendMessageW(panel.hwnd, WM_GETFONT, 0, 0));
+        ASSERT_NE(font, nullptr);
+        LOGFONTW lf{};
+        ASSERT_NE(GetObjectW(font, sizeof lf, &lf), 0);
+        EXPECT_EQ(lf.lfCharSet, language == 1 ? 128 : 0) << "language " << language;
+        EXPECT_EQ(lf.lfWeight, 400);
+        EXPECT_EQ(std::wstring(lf.lfFaceName), language == 1 ? L"Meiryo UI" : L"Arial");
+        // The controls show text in the same font.
+        EXPECT_EQ(reinterpret_cast<HFONT>(SendDlgItemMessageW(panel.hwnd, 100, WM_GETFONT, 0, 0)),
+                  font);
+    }
+}
+
+TEST(DialogTemplateWin, AnchoredEdgesCountFromTheFarSideOfTheClientArea) {
+    const DialogTemplate t = SmallPanel(0);
+    Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+    ASSERT_NE(panel.hwnd, nullptr);
+    RECT six{6, 24, 6, 6};
+    MapDialogRect(panel.hwnd, &six);
+
+    vrl::MoveAnchored(panel.hwnd, 200, {6, 24, -6, -6}, 300, 250);
+    HWND edit = GetDlgItem(panel.hwnd, 200);
+    RECT r{};
+    GetWindowRect(edit, &r);
+    MapWindowPoints(nullptr, panel.hwnd, reinterpret_cast<POINT*>(&r), 2);
+    EXPECT_EQ(r.left, six.left);
+    EXPECT_EQ(r.top, six.top);
+    EXPECT_EQ(r.right, 300 - six.right);
+    EXPECT_EQ(r.bottom, 250 - six.bottom);
+
+    // Zero on the right or bottom is the edge itself; a negative left counts from the right.
+    const RECT edge = vrl::AnchoredRect(panel.hwnd, {-6, 0, 0, 0}, 300, 250);
+    EXPECT_EQ(edge.left, 300 - six.left);
+    EXPECT_EQ(edge.top, 0);
+    EXPECT_EQ(edge.right, 300);
+    EXPECT_EQ(edge.bottom, 250);
+}
+
+TEST(DialogTemplateWin, TemplateThatGrewTwiceCreatesEveryControl) {
+    INITCOMMONCONTROLSEX icc{sizeof icc, ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&icc);
+    const ControlAtom atoms[] = {ControlAtom::kButton, ControlAtom::kEdit, ControlAtom::kStatic,
+                                 ControlAtom::kListBox, ControlAtom::kComboBox};
+    const wchar_t* classNames[] = {L"Button", L"Edit", L"Static", L"ListBox", L"ComboBox"};
+
+    DialogTemplate t;
+    t.Create(u"Big", {0, 0, 400, 400}, kPanelStyle, 0, vrl::PanelFont(1));
+    t.AddControl(u"SysListView32", 999, {0, 0, 50, 50}, 0, 0, u"");
+    for (int i = 0; i < 50; ++i) {
+        const std::u16string text = u"項目 " + std::u16string(1, u'A' + i % 26);
+        t.AddControl(atoms[i % 5], 1000 + i, {0, i * 7, 80, 14}, 0, 0, text);
+    }
+    ASSERT_GE(t.Capacity(), 3072u);  // started at 1024
+
+    Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+    ASSERT_NE(panel.hwnd, nullptr);
+    EXPECT_EQ(ClassOf(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
+    for (int i = 0; i < 50; ++i) {
+        HWND control = GetDlgItem(panel.hwnd, 1000 + i);
+        ASSERT_NE(control, nullptr) << i;
+        EXPECT_EQ(_wcsicmp(ClassOf(control).c_str(), classNames[i % 5]), 0) << i;
+        if (i % 5 >= 3) continue;  // list and combo boxes do not show a template's text
+        std::wstring expected = L"項目 ";
+        expected += static_cast<wchar_t>(L'A' + i % 26);
+        EXPECT_EQ(TextOf(control), expected) << i;
+    }
+}
+
+struct ModalProbe {
+    HWND owner = nullptr;
+};
+
+INT_PTR CALLBACK EndAtOnceProc(HWND hwnd, UINT msg, WPARAM, LPARAM lp) {
+    if (msg != WM_INITDIALOG) return FALSE;
+    reinterpret_cast<ModalProbe*>(lp)->owner = GetWindow(hwnd, GW_OWNER);
+    EndDialog(hwnd, 42);
+    return TRUE;
+}
+
+TEST(DialogTemplateWin, ModalDialogIsOwnedByTheActiveWindow) {
+    HWND active = CreateWindowExW(0, L"Static", L"active", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10,
+                                  10, 200, 100, nullptr, nullptr, GetModuleHandleW(nullptr),
+                                  nullptr);
+    ASSERT_NE(active, nullptr);
+    SetForegroundWindow(active);
+    SetActiveWindow(active);
+    ASSERT_EQ(GetActiveWindow(), active);
+
+    DialogTemplate t;
+    t.Create(u"Modal", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, vrl::PanelFont(0));
+    ModalProbe probe;
+    EXPECT_EQ(vrl::RunModalIndirect(t, EndAtOnceProc, reinterpret_cast<LPARAM>(&probe)), 42);
+    EXPECT_EQ(probe.owner, active);
+    DestroyWindow(active);
+
+    EXPECT_EQ(vrl::RunModalIndirect(DialogTemplate(), EndAtOnceProc, 0), -1);
+    EXPECT_EQ(vrl::CreatePanelIndirect(DialogTemplate(), QuietProc, 0), nullptr);
+}
+
+}  // namespace

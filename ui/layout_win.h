@@ -1,0 +1,26 @@
+#pragma once
+// Anchor layout for resizable panels: rectangles in dialog units whose negative (or, on the
+// right and bottom, zero) edges count from the far side of the client area.
+
+#include <windows.h>
+
+namespace vrl {
+
+// Left, top, right, bottom in dialog units of the panel's font.
+struct UnitRect {
+    int left, top, right, bottom;
+};
+
+// The pixel rectangle of `units` in a client area of `clientWidth` x `clientHeight`:
+// (6, 24, -6, -6) stays 6 units away from every edge; a right or bottom of 0 is the edge itself.
+RECT AnchoredRect(HWND panel, const UnitRect& units, int clientWidth, int clientHeight);
+
+// Moves the control to its anchored rectangle and repaints it.
+void MoveAnchored(HWND panel, HWND control, const UnitRect& units, int clientWidth,
+                  int clientHeight);
+inline void MoveAnchored(HWND panel, int controlId, const UnitRect& units, int clientWidth,
+                         int clientHeight) {
+    MoveAnchored(panel, ::GetDlgItem(panel, controlId), units, clientWidth, clientHeight);
+}
+
+}  // namespace vrl
