@@ -6,14 +6,14 @@
 
 #include <string>
 
+#include "app/game_launch_win.h"
 #include "settings/app_settings.h"
 
 namespace vrl {
 
 struct AppState {
     HINSTANCE instance = nullptr;
-    std::wstring programFolder;     // folder of VrlBoot.exe; also the current folder
-    std::string programFolderAnsi;  // the same in the ANSI code page
+    AppFolders folders;             // program folder (also the current folder) and the game's folders
     std::wstring saveBackupFolder;  // programFolder\save.bak
     std::wstring screenshotFolder;  // programFolder\screenshot
     std::wstring settingsPath;      // programFolder\Vrl.ini

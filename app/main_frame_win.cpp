@@ -5,20 +5,13 @@
 #include "app/app_state_win.h"
 #include "app/error_box_win.h"
 #include "app/frame_texts.h"
+#include "app/game_launch_win.h"
 #include "app/game_link_win.h"
 #include "app/version_text.h"
 #include "settings/app_settings_win.h"
 #include "ui/wide_win.h"
 
 namespace vrl {
-// Until the launcher lands: no installation check, no launch.
-struct GameProcess {
-    DWORD processId = 0;
-    DWORD threadId = 0;
-};
-static void CheckInstallation(const std::wstring&, const std::string&) {}
-static GameProcess LaunchGame(const std::u16string&, bool) { return {}; }
-
 namespace {
 
 constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
@@ -54,22 +47,6 @@ void PressNumLock() {
 }
 
 bool NumLockIsOn() { return (::GetKeyState(VK_NUMLOCK) & 1) != 0; }
-
-std::wstring FolderOfModule(HMODULE module) {
-    wchar_t path[MAX_PATH] = {};
-    const DWORD length = ::GetModuleFileNameW(module, path, MAX_PATH);
-    std::wstring folder(path, length);
-    const size_t slash = folder.find_last_of(L'\\');
-    return slash == std::wstring::npos ? folder : folder.substr(0, slash);
-}
-
-std::string AnsiFolderOfModule(HMODULE module) {
-    char path[MAX_PATH] = {};
-    const DWORD length = ::GetModuleFileNameA(module, path, MAX_PATH);
-    std::string folder(path, length);
-    const size_t slash = folder.find_last_of('\\');
-    return slash == std::string::npos ? folder : folder.substr(0, slash);
-}
 
 }  // namespace
 
@@ -134,7 +111,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     SetText(W(kAppName));
     ComputeFolders();
 
-    CheckInstallation(app.programFolder, app.programFolderAnsi);  // ends the process when broken
+    CheckInstallation(&app.folders);  // ends the process when the installation is broken
     if (::GetFileAttributesW(app.settingsPath.c_str()) == INVALID_FILE_ATTRIBUTES) StartSettingsEditorAndExit();
 
     richEdit_ = ::LoadLibraryW(L"riched20.dll");
@@ -157,7 +134,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     }
     CreateCompanionWindows();
 
-    const GameProcess game = LaunchGame(app.settings.wstrMorva, app.settings.enMusicExtender != 0);
+    const GameProcess game = LaunchGame(app.folders, Wstr(app.settings.wstrMorva), app.settings.enMusicExtender != 0);
     gameProcessId_ = game.processId;
     gameThreadId_ = game.threadId;
 
@@ -168,12 +145,12 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
 void CMainFrame::ComputeFolders() {
     AppState& app = App();
-    app.programFolder = FolderOfModule(nullptr);
-    app.programFolderAnsi = AnsiFolderOfModule(nullptr);
-    app.saveBackupFolder = app.programFolder + L"\\save.bak";
-    app.screenshotFolder = app.programFolder + L"\\screenshot";
-    ::SetCurrentDirectoryW(app.programFolder.c_str());
-    app.settingsPath = app.programFolder + L"\\Vrl.ini";
+    app.folders = ProgramFolders();
+    const std::wstring& program = app.folders.program;
+    app.saveBackupFolder = program + L"\\save.bak";
+    app.screenshotFolder = program + L"\\screenshot";
+    ::SetCurrentDirectoryW(program.c_str());
+    app.settingsPath = program + L"\\Vrl.ini";
 }
 
 void CMainFrame::StartSettingsEditorAndExit() {
@@ -225,23 +202,30 @@ void CMainFrame::RestoreNumLockAtExit() {
     if (App().settings.enNumlockOff && NumLockIsOn() != numLockWasOn_) PressNumLock();
 }
 
+namespace {
+
+struct GameWindowSearch {
+    DWORD processId;
+    DWORD threadId;
+    HWND found;
+};
+
+BOOL CALLBACK MatchGameWindow(HWND hwnd, LPARAM lp) {
+    auto* search = reinterpret_cast<GameWindowSearch*>(lp);
+    DWORD processId = 0;
+    const DWORD threadId = ::GetWindowThreadProcessId(hwnd, &processId);
+    if (::IsWindowVisible(hwnd) && processId == search->processId && threadId == search->threadId) {
+        search->found = hwnd;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+}  // namespace
+
 HWND CMainFrame::FindGameWindow() const {
-    struct Search {
-        DWORD processId, threadId;
-        HWND found;
-    } search{gameProcessId_, gameThreadId_, nullptr};
-    ::EnumWindows(
-        [](HWND hwnd, LPARAM lp) -> BOOL {
-            auto* s = reinterpret_cast<Search*>(lp);
-            DWORD processId = 0;
-            const DWORD threadId = ::GetWindowThreadProcessId(hwnd, &processId);
-            if (::IsWindowVisible(hwnd) && processId == s->processId && threadId == s->threadId) {
-                s->found = hwnd;
-                return FALSE;
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    GameWindowSearch search{gameProcessId_, gameThreadId_, nullptr};
+    ::EnumWindows(&MatchGameWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 

@@ -25,6 +25,15 @@ trap vrl_wine_session_end EXIT
 
 # First start creates the prefix (about ten seconds); afterwards a sleeper keeps the server warm.
 /usr/lib/wine/wine64 wineboot -i >/dev/null 2>&1 || true
+# Every program runs inside one virtual desktop: windows get their frames (X11 without a window
+# manager draws none), and the notification area lives inside the desktop instead of waiting on
+# X11 map and unmap events that never come (hiding a tray icon would otherwise take two seconds).
+if ! /usr/lib/wine/wine64 reg query 'HKCU\Software\Wine\Explorer' /v Desktop >/dev/null 2>&1; then
+  /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
+  /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null 2>&1
+  # The desktop in force was made before the setting: start the server afresh.
+  /usr/lib/wine/wineserver -k 2>/dev/null; /usr/lib/wine/wineserver -w 2>/dev/null
+fi
 _vrl_keepalive=${VRL_KEEPALIVE:-$_vrl_root/build/win64/bin/vrl_keepalive.exe}
 if [[ -f $_vrl_keepalive ]]; then
   /usr/lib/wine/wine64 "$_vrl_keepalive" >/dev/null 2>&1 &

@@ -145,30 +145,7 @@ HWND WaitForGameWindow(DWORD ms) { return WaitForWindow(L"hspwnd0", nullptr, ms)
 
 MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms) {
     MessageBoxSeen seen;
-    WaitUntil(
-        [&] {
-            struct Search {
-                DWORD processId;
-                HWND found;
-            } search{processId, nullptr};
-            ::EnumWindows(
-                [](HWND hwnd, LPARAM lp) -> BOOL {
-                    auto* s = reinterpret_cast<Search*>(lp);
-                    wchar_t cls[16] = {};
-                    ::GetClassNameW(hwnd, cls, 16);
-                    DWORD pid = 0;
-                    ::GetWindowThreadProcessId(hwnd, &pid);
-                    if (pid == s->processId && std::wstring(cls) == L"#32770" && ::IsWindowVisible(hwnd)) {
-                        s->found = hwnd;
-                        return FALSE;
-                    }
-                    return TRUE;
-                },
-                reinterpret_cast<LPARAM>(&search));
-            seen.window = search.found;
-            return seen.window != nullptr;
-        },
-        ms);
+    WaitUntil([&] { return (seen.window = VisibleWindowOf(processId, L"#32770")) != nullptr; }, ms);
     if (seen.window) {
         wchar_t buffer[2048] = {};
         ::GetWindowTextW(seen.window, buffer, 2048);
@@ -178,6 +155,36 @@ MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms) {
         seen.text = buffer;
     }
     return seen;
+}
+
+namespace {
+
+struct WindowSearch {
+    DWORD processId;
+    const wchar_t* className;
+    HWND found;
+};
+
+BOOL CALLBACK MatchVisibleWindow(HWND hwnd, LPARAM lp) {
+    auto* search = reinterpret_cast<WindowSearch*>(lp);
+    DWORD pid = 0;
+    ::GetWindowThreadProcessId(hwnd, &pid);
+    if (pid != search->processId || !::IsWindowVisible(hwnd)) return TRUE;
+    if (search->className) {
+        wchar_t cls[64] = {};
+        ::GetClassNameW(hwnd, cls, 64);
+        if (std::wstring(cls) != search->className) return TRUE;
+    }
+    search->found = hwnd;
+    return FALSE;
+}
+
+}  // namespace
+
+HWND VisibleWindowOf(DWORD processId, const wchar_t* className) {
+    WindowSearch search{processId, className, nullptr};
+    ::EnumWindows(&MatchVisibleWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 void Press(HWND box, int buttonId) { ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), 0); }

@@ -67,6 +67,8 @@ struct MessageBoxSeen {
 };
 // A message box (dialog class "#32770") of the given process, found by polling.
 MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms);
+// A visible top-level window of the process (of that class, when given), or null.
+HWND VisibleWindowOf(DWORD processId, const wchar_t* className = nullptr);
 // Presses a message box button (IDOK, IDYES, IDNO...).
 void Press(HWND box, int buttonId);
 
