@@ -5,6 +5,8 @@
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
+out=${VRL_BUILD_DIR:-$root/build}
+export VRL_WINEPREFIX=${VRL_WINEPREFIX:-$out/wineprefix} VRL_KEEPALIVE=${VRL_KEEPALIVE:-$out/win64/bin/vrl_keepalive.exe}
 if [[ $(id -u) == 0 ]]; then scripts/install-deps.sh || exit 1; fi
 scripts/build.sh native win64 win32 fuzz || exit 1
 
@@ -16,10 +18,10 @@ tally() {  # log file of one ctest run
   t=$(sed -E 's/.* ([0-9]+) tests failed out of ([0-9]+).*/\2/' <<<"$line")
   passed=$((passed + t - f)); failed=$((failed + f))
 }
-logs=$root/build/test-logs; mkdir -p "$logs"
+logs=$out/test-logs; mkdir -p "$logs"
 
 echo "== native tests"
-ctest --test-dir build/native -j "$(nproc)" --output-on-failure 2>&1 | tee "$logs/native.log"
+ctest --test-dir "$out/native" -j "$(nproc)" --output-on-failure 2>&1 | tee "$logs/native.log"
 tally "$logs/native.log"
 
 if [[ -x scripts/fuzz.sh ]]; then
@@ -30,7 +32,7 @@ fi
 echo "== Windows tests under Wine"
 (
   source scripts/wine-session.sh
-  ctest --test-dir build/win64 -j 2 --output-on-failure 2>&1 | tee "$logs/win64.log"
+  ctest --test-dir "$out/win64" -j 2 --output-on-failure 2>&1 | tee "$logs/win64.log"
 )
 tally "$logs/win64.log"
 

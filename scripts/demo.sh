@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# The main job: builds everything, lays out a game folder with the demo game and the companion
+# installed inside it, and runs VrlBoot.exe under Wine on a headless X server while a driver walks
+# through the player's views. Screenshots land in screenshots/.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+cd "$root"
+out=${VRL_BUILD_DIR:-$root/build}
+export VRL_WINEPREFIX=${VRL_WINEPREFIX:-$out/wineprefix} VRL_KEEPALIVE=${VRL_KEEPALIVE:-$out/win64/bin/vrl_keepalive.exe}
+if [[ $(id -u) == 0 && -z ${VRL_SKIP_BUILD:-} ]]; then scripts/install-deps.sh; fi
+[[ -n ${VRL_SKIP_BUILD:-} ]] || scripts/build.sh native win64 win32
+
+bin=$out/win64/bin
+demo=$out/demo
+shots=$root/screenshots
+rm -rf "$demo" "$shots"
+mkdir -p "$demo/Morva/Vorrel" "$demo/Morva/user/sound" "$demo/Morva/sound" "$demo/handshake" "$shots"
+cp "$bin/DemoGame.exe" "$demo/Morva/"
+cp "$bin/VrlBoot.exe" "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
+cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/dev/null || true
+cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
+python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
+
+source scripts/wine-session.sh
+win() { /usr/lib/wine/wine64 winepath -w "$1" 2>/dev/null; }
+game_exe=$(win "$demo/Morva/DemoGame.exe")
+printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=0\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\n' \
+  "$game_exe" > "$demo/Morva/Vorrel/Vrl.ini"
+
+/usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" &
+driver=$!
+while kill -0 "$driver" 2>/dev/null; do
+  if [[ -f $demo/handshake/request ]]; then
+    name=$(cat "$demo/handshake/request")
+    sleep 0.3
+    import -window root "$shots/$name.png"
+    echo "screenshot: screenshots/$name.png"
+    rm -f "$demo/handshake/request"
+  fi
+  sleep 0.1
+done
+wait "$driver" && status=0 || status=$?
+echo "demo finished (driver exit $status); screenshots in $shots"
+exit "$status"

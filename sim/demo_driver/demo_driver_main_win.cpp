@@ -1,0 +1,116 @@
+// vrl_demo_driver PROGRAM_FOLDER HANDSHAKE_FOLDER
+// Starts VrlBoot.exe from PROGRAM_FOLDER, waits for the companion and the game, and walks through
+// the player's views. At each view it writes "<n>-<name>" to HANDSHAKE_FOLDER\request and waits
+// until the demo script answers by deleting the file (after taking its screenshot).
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+std::wstring g_handshake;
+
+HWND WaitFor(const wchar_t* cls, const wchar_t* title, DWORD ms) {
+    for (DWORD waited = 0; waited < ms; waited += 50) {
+        if (HWND w = FindWindowW(cls, title)) return w;
+        Sleep(50);
+    }
+    return nullptr;
+}
+
+HWND WaitForLogWindow(const wchar_t* title, DWORD ms) { return WaitFor(L"#32770", title, ms); }
+
+void Shot(const char* name) {
+    static int n = 0;
+    char label[128];
+    std::snprintf(label, sizeof label, "%02d-%s", ++n, name);
+    const std::wstring request = g_handshake + L"\\request";
+    if (FILE* f = _wfopen(request.c_str(), L"wb")) {
+        std::fputs(label, f);
+        std::fclose(f);
+    }
+    for (int i = 0; i < 300 && GetFileAttributesW(request.c_str()) != INVALID_FILE_ATTRIBUTES; ++i) Sleep(100);
+    std::printf("shot %s\n", label);
+    std::fflush(stdout);
+}
+
+void Place(HWND window, int x, int y, int w, int h) {
+    if (window) SetWindowPos(window, HWND_TOP, x, y, w, h, SWP_NOACTIVATE | SWP_SHOWWINDOW);
+}
+
+void PressKey(WORD key) {
+    INPUT keys[2] = {};
+    keys[0].type = keys[1].type = INPUT_KEYBOARD;
+    keys[0].ki.wVk = keys[1].ki.wVk = key;
+    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, keys, sizeof(INPUT));
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    if (argc < 3) {
+        std::fprintf(stderr, "usage: vrl_demo_driver PROGRAM_FOLDER HANDSHAKE_FOLDER\n");
+        return 2;
+    }
+    const std::wstring program = argv[1];
+    g_handshake = argv[2];
+
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION companion{};
+    const std::wstring exe = program + L"\\VrlBoot.exe";
+    if (!CreateProcessW(exe.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, program.c_str(), &startup,
+                        &companion)) {
+        std::fprintf(stderr, "cannot start VrlBoot.exe\n");
+        return 1;
+    }
+    HWND frame = WaitFor(L"VorrelUI", L"Vorrel", 30000);
+    HWND game = WaitFor(L"hspwnd0", nullptr, 30000);
+    std::printf("frame %p game %p\n", static_cast<void*>(frame), static_cast<void*>(game));
+    if (!frame || !game) return 1;
+
+    HWND fullLog = WaitForLogWindow(L"Full Log - Vorrel", 10000);
+    HWND extracted = WaitForLogWindow(L"Extracted Log - Vorrel", 2000);
+    RECT gameRect{};
+    GetWindowRect(game, &gameRect);
+    Place(game, 0, 0, gameRect.right - gameRect.left, gameRect.bottom - gameRect.top);
+    const int right = gameRect.right - gameRect.left + 4;
+    Place(fullLog, right, 0, 1280 - right, 420);
+    Place(extracted, right, 424, 1280 - right, 360);
+    Sleep(4000);  // the module's scenario sends its lines meanwhile
+    Shot("game-and-logs");
+
+    if (fullLog) {
+        SendMessageW(fullLog, WM_SYSCOMMAND, 1001, 0);  // dock
+        Place(fullLog, right, 0, 1280 - right, 600);
+        SendMessageW(frame, WM_COMMAND, 34104, 0);       // show the extracted log page
+        Sleep(500);
+        Shot("docked-log");
+        SendMessageW(frame, WM_COMMAND, 34103, 0);
+        Sleep(300);
+        Shot("docked-full-log");
+    }
+
+    PostMessageW(frame, WM_APP + 1, 1234, WM_RBUTTONDOWN);
+    Sleep(800);
+    Shot("tray-menu");
+    PressKey(VK_ESCAPE);
+    Sleep(300);
+
+    PostMessageW(frame, WM_COMMAND, 34108, 0);
+    HWND about = WaitFor(L"#32770", L"About Vorrel", 5000);
+    Sleep(300);
+    Shot("about-box");
+    if (about) PostMessageW(about, WM_COMMAND, IDOK, 0);
+    Sleep(300);
+
+    PostMessageW(game, WM_CLOSE, 0, 0);
+    DWORD code = STILL_ACTIVE;
+    if (WaitForSingleObject(companion.hProcess, 10000) == WAIT_OBJECT_0) GetExitCodeProcess(companion.hProcess, &code);
+    std::printf("companion exit code %lu\n", code);
+    CloseHandle(companion.hThread);
+    CloseHandle(companion.hProcess);
+    return code == 1 ? 0 : 1;
+}
