@@ -1,0 +1,161 @@
+// The demo game. Environment:
+//   VRL_SIM_TRANSCRIPT   file to append one line per event to (nothing when unset)
+//   VRL_SIM_READY_EVENT  name of an event set as the very first thing the program's code does
+// Private messages (from the module stand-in):
+//   WM_APP + 0x36  open the further window (once); the result is its handle
+//   WM_APP + 0x37  destroy the main window only
+#include "sim/common/sim_io_win.h"
+
+#include <windows.h>
+
+namespace {
+
+constexpr UINT kOpenFurtherWindow = WM_APP + 0x36;
+constexpr UINT kDestroyMainWindow = WM_APP + 0x37;
+constexpr int kClientWidth = 800;
+constexpr int kClientHeight = 600;
+constexpr const wchar_t* kMainClass = L"hspwnd0";
+constexpr const wchar_t* kFurtherClass = L"DemoGameExtra";
+// The narrow form of the runtime's class name, as an HSP executable carries it; the launcher
+// looks for exactly these bytes. Written to the transcript, so the linker keeps it.
+const char kRuntimeMarker[] = "hspwnd0";
+
+HWND g_mainWindow = nullptr;
+HWND g_furtherWindow = nullptr;
+
+void Record(const std::string& event) {
+    vrl::sim::AppendLine(vrl::sim::EnvironmentValue(L"VRL_SIM_TRANSCRIPT"), "game: " + event);
+}
+
+std::string ModuleState() { return GetModuleHandleW(L"VrlDLL.dll") != nullptr ? "loaded" : "absent"; }
+
+// The program's first constructor: the module, injected as an import, must
+// already be in the process here.
+struct StartupProbe {
+    StartupProbe() {
+        const std::wstring ready = vrl::sim::EnvironmentValue(L"VRL_SIM_READY_EVENT");
+        if (!ready.empty()) {
+            if (HANDLE event = OpenEventW(EVENT_MODIFY_STATE, FALSE, ready.c_str())) {
+                SetEvent(event);
+                CloseHandle(event);
+            }
+        }
+        Record("constructor VrlDLL.dll " + ModuleState());
+    }
+};
+const StartupProbe g_startupProbe;
+
+void PaintPlayfield(HWND window) {
+    PAINTSTRUCT paint;
+    HDC dc = BeginPaint(window, &paint);
+    RECT client;
+    GetClientRect(window, &client);
+    HBRUSH field = CreateSolidBrush(RGB(18, 24, 34));
+    FillRect(dc, &client, field);
+    DeleteObject(field);
+    HPEN grid = CreatePen(PS_SOLID, 1, RGB(40, 52, 70));
+    HGDIOBJ oldPen = SelectObject(dc, grid);
+    for (int x = 0; x < client.right; x += 48) {
+        MoveToEx(dc, x, 0, nullptr);
+        LineTo(dc, x, client.bottom);
+    }
+    for (int y = 0; y < client.bottom; y += 48) {
+        MoveToEx(dc, 0, y, nullptr);
+        LineTo(dc, client.right, y);
+    }
+    SelectObject(dc, oldPen);
+    DeleteObject(grid);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, RGB(230, 210, 140));
+    RECT title = {0, client.bottom / 2 - 40, client.right, client.bottom / 2};
+    DrawTextW(dc, L"Morva (demo)", -1, &title, DT_CENTER | DT_SINGLELINE | DT_VCENTER);
+    SetTextColor(dc, RGB(170, 190, 210));
+    RECT line = {0, client.bottom / 2, client.right, client.bottom / 2 + 30};
+    DrawTextW(dc, L"A putit appears. You hear something in the distance.", -1, &line,
+              DT_CENTER | DT_SINGLELINE | DT_VCENTER);
+    EndPaint(window, &paint);
+}
+
+HWND OpenFurtherWindow(HINSTANCE instance) {
+    if (g_furtherWindow == nullptr) {
+        g_furtherWindow = CreateWindowExW(0, kFurtherClass, L"Morva (demo) - extra", WS_OVERLAPPED | WS_CAPTION,
+                                          40, 40, 320, 200, nullptr, nullptr, instance, nullptr);
+        ShowWindow(g_furtherWindow, SW_SHOWNOACTIVATE);
+        Record("further window opened");
+    }
+    return g_furtherWindow;
+}
+
+LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_PAINT:
+            PaintPlayfield(window);
+            return 0;
+        case WM_CLOSE:
+            Record("close requested");
+            DestroyWindow(window);
+            return 0;
+        case kOpenFurtherWindow:
+            return reinterpret_cast<LRESULT>(OpenFurtherWindow(reinterpret_cast<HINSTANCE>(
+                GetWindowLongPtrW(window, GWLP_HINSTANCE))));
+        case kDestroyMainWindow:
+            DestroyWindow(window);
+            return 0;
+        case WM_DESTROY:
+            Record("main window destroyed");
+            g_mainWindow = nullptr;
+            // A game that still shows a further window keeps running without its main window.
+            if (g_furtherWindow == nullptr) PostQuitMessage(0);
+            return 0;
+        default:
+            return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+// The further window stays until the process ends.
+LRESULT CALLBACK FurtherWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_CLOSE) return 0;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+bool RegisterClasses(HINSTANCE instance) {
+    WNDCLASSEXW main{};
+    main.cbSize = sizeof(main);
+    main.lpfnWndProc = MainWindowProc;
+    main.hInstance = instance;
+    main.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    main.lpszClassName = kMainClass;
+    WNDCLASSEXW further = main;
+    further.lpfnWndProc = FurtherWindowProc;
+    further.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    further.lpszClassName = kFurtherClass;
+    return RegisterClassExW(&main) != 0 && RegisterClassExW(&further) != 0;
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {
+    Record("entry VrlDLL.dll " + ModuleState() + " class " + kRuntimeMarker);
+    wchar_t folder[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, folder);
+    Record("current folder " + vrl::sim::Utf8(folder));
+    if (!RegisterClasses(instance)) return 1;
+    const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+    RECT frame = {0, 0, kClientWidth, kClientHeight};
+    AdjustWindowRect(&frame, style, FALSE);
+    g_mainWindow = CreateWindowExW(0, kMainClass, L"Morva (demo)", style, CW_USEDEFAULT, CW_USEDEFAULT,
+                                   frame.right - frame.left, frame.bottom - frame.top, nullptr, nullptr, instance,
+                                   nullptr);
+    if (g_mainWindow == nullptr) return 1;
+    ShowWindow(g_mainWindow, show == SW_HIDE ? SW_SHOWNORMAL : show);
+    UpdateWindow(g_mainWindow);
+    Record("main window shown");
+
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    Record("exit");
+    return 0;
+}

@@ -1,0 +1,329 @@
+// The game launch against real files and processes: the executable check, the music files, and
+// starting the demo game with the module stand-in loaded before any of the game's code.
+#include "app/game_launch_win.h"
+#include "app/install_paths.h"
+#include "app/process_with_dll_win.h"
+
+#include <gtest/gtest.h>
+#include <tlhelp32.h>
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using vrl::AppFolders;
+
+std::wstring BinFolder() {
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    std::wstring folder(path);
+    return folder.substr(0, folder.rfind(L'\\'));
+}
+
+std::string Ansi(const std::wstring& text) {
+    char buffer[1024] = {};
+    WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, buffer, sizeof(buffer), nullptr, nullptr);
+    return buffer;
+}
+
+std::string Utf8(const std::wstring& text) {
+    char buffer[1024] = {};
+    WideCharToMultiByte(CP_UTF8, 0, text.c_str(), -1, buffer, sizeof(buffer), nullptr, nullptr);
+    return buffer;
+}
+
+std::string ReadFileBytes(const std::wstring& path) {
+    std::string content;
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                              0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return content;
+    char chunk[4096];
+    DWORD read = 0;
+    while (ReadFile(file, chunk, sizeof(chunk), &read, nullptr) && read > 0) content.append(chunk, read);
+    CloseHandle(file);
+    return content;
+}
+
+void WriteFileBytes(const std::wstring& path, const std::string& content) {
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    DWORD written = 0;
+    WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
+    CloseHandle(file);
+}
+
+// A fresh folder under the temporary folder, removed with everything in it afterwards.
+class TempFolder {
+public:
+    explicit TempFolder(const std::wstring& leaf) {
+        wchar_t temp[MAX_PATH] = {};
+        GetTempPathW(MAX_PATH, temp);
+        path_ = std::wstring(temp) + L"vrl_launch_" + std::to_wstring(GetCurrentProcessId()) + L"_" + leaf;
+        CreateDirectoryW(path_.c_str(), nullptr);
+    }
+    ~TempFolder() { Remove(path_); }
+    const std::wstring& path() const { return path_; }
+    std::wstring operator/(const std::wstring& name) const { return path_ + L'\\' + name; }
+
+private:
+    static void Remove(const std::wstring& folder) {
+        WIN32_FIND_DATAW found;
+        HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+        if (search != INVALID_HANDLE_VALUE) {
+            do {
+                const std::wstring name = found.cFileName;
+                if (name == L"." || name == L"..") continue;
+                const std::wstring path = folder + L'\\' + name;
+                if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+                    Remove(path);
+                } else {
+                    DeleteFileW(path.c_str());
+                }
+            } while (FindNextFileW(search, &found));
+            FindClose(search);
+        }
+        RemoveDirectoryW(folder.c_str());
+    }
+    std::wstring path_;
+};
+
+int CountProcesses(const wchar_t* exeName) {
+    int count = 0;
+    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof(entry);
+    for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry)) {
+        if (_wcsicmp(entry.szExeFile, exeName) == 0) ++count;
+    }
+    CloseHandle(snapshot);
+    return count;
+}
+
+// Waits for a launched game to end by itself (its scenario says "exit"), killing it if it does not.
+bool WaitForExit(DWORD processId) {
+    HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, processId);
+    if (process == nullptr) return true;
+    const bool ended = WaitForSingleObject(process, 15000) == WAIT_OBJECT_0;
+    if (!ended) TerminateProcess(process, 1);
+    CloseHandle(process);
+    return ended;
+}
+
+bool Contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+// The module and game write to a transcript chosen by the environment the child inherits.
+class SimEnvironment {
+public:
+    SimEnvironment(const TempFolder& folder, const std::string& scenario)
+        : transcript_(folder / L"transcript.txt") {
+        WriteFileBytes(folder / L"scenario.txt", scenario);
+        SetEnvironmentVariableW(L"VRL_SIM_TRANSCRIPT", transcript_.c_str());
+        SetEnvironmentVariableW(L"VRL_SIM_SCENARIO", (folder / L"scenario.txt").c_str());
+        SetEnvironmentVariableW(L"VRL_SIM_CONNECT_MS", L"300");
+    }
+    ~SimEnvironment() {
+        SetEnvironmentVariableW(L"VRL_SIM_TRANSCRIPT", nullptr);
+        SetEnvironmentVariableW(L"VRL_SIM_SCENARIO", nullptr);
+        SetEnvironmentVariableW(L"VRL_SIM_CONNECT_MS", nullptr);
+    }
+    std::string Transcript() const { return ReadFileBytes(transcript_); }
+
+private:
+    std::wstring transcript_;
+};
+
+TEST(HspMarkerScan, ReadsOnlyTheFirst16MiBAndFindsAMarkerEndingAtItsLastByte) {
+    TempFolder folder(L"scan");
+    const std::string marker("hspwnd0\0", 8);
+    std::string content(vrl::kHspScanLimit + 4096, 'x');
+
+    content.replace(vrl::kHspScanLimit + 100, 8, marker);
+    WriteFileBytes(folder / L"beyond.exe", content);
+    EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(folder / L"beyond.exe"));
+
+    content.replace(vrl::kHspScanLimit - 8, 8, marker);
+    WriteFileBytes(folder / L"last.exe", content);
+    EXPECT_TRUE(vrl::ExecutableCarriesHspMarker(folder / L"last.exe"));
+
+    // One byte later the terminating zero falls outside what is read.
+    std::string straddling(vrl::kHspScanLimit + 16, 'x');
+    straddling.replace(vrl::kHspScanLimit - 7, 8, marker);
+    WriteFileBytes(folder / L"straddling.exe", straddling);
+    EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(folder / L"straddling.exe"));
+
+    EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(folder / L"missing.exe"));
+    EXPECT_TRUE(vrl::ExecutableCarriesHspMarker(BinFolder() + L"\\DemoGame.exe"));
+    EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(BinFolder() + L"\\VrlConfig.exe"));
+}
+
+TEST(MusicFiles, CopiesOnlyMissingTargetsAndOnlyWithTheMusicExtender) {
+    TempFolder game(L"music");
+    for (const wchar_t* sub : {L"sound", L"user", L"user\\music"}) CreateDirectoryW((game / sub).c_str(), nullptr);
+    WriteFileBytes(game / L"sound\\orc04.mid", "march");
+    WriteFileBytes(game / L"sound\\PSML514.MID", "unrest");
+    WriteFileBytes(game / L"user\\music\\PSML514_Unrest.MID", "edited by the player");
+    // sound\morning_breeze.mid is missing: its copy fails quietly.
+
+    vrl::PrepareMusicFiles(game.path(), false);
+    EXPECT_EQ(GetFileAttributesW((game / L"user\\music\\orc04_March3.mid").c_str()), INVALID_FILE_ATTRIBUTES);
+
+    vrl::PrepareMusicFiles(game.path(), true);
+    EXPECT_EQ(ReadFileBytes(game / L"user\\music\\orc04_March3.mid"), "march");
+    EXPECT_EQ(ReadFileBytes(game / L"user\\music\\PSML514_Unrest.MID"), "edited by the player");
+    EXPECT_EQ(GetFileAttributesW((game / L"user\\music\\morning_breeze_Town6.mid").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST(InstallCheck, DerivesTheGameFoldersAndRejectsAFolderWithoutBackslash) {
+    AppFolders folders;
+    folders.program = L"C:\\Games\\Morva\\Vorrel";
+    folders.programAnsi = "C:\\Games\\Morva\\Vorrel";
+    ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
+    EXPECT_EQ(folders.game, L"C:\\Games\\Morva");
+    EXPECT_EQ(folders.userMusic, L"C:\\Games\\Morva\\user\\music");
+
+    folders.program = L"C:\\Vorrel";
+    folders.programAnsi = "C:\\Vorrel";
+    ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
+    EXPECT_EQ(folders.game, L"C:");
+    EXPECT_EQ(folders.gameSave, L"C:\\save");
+
+    folders.program = L"Vorrel";
+    EXPECT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kNoBackslash);
+    EXPECT_EQ(folders.game, L"C:");
+    folders.program = L"C:\\Vorrel";
+    folders.programAnsi = "Vorrel";
+    EXPECT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kNoAnsiBackslash);
+}
+
+TEST(ModulePath, IsCutToTheBufferOf260Bytes) {
+    EXPECT_EQ(vrl::ModulePathAnsi("C:\\Games\\Morva\\Vorrel"), "C:\\Games\\Morva\\Vorrel\\VrlDLL.dll");
+    EXPECT_EQ(vrl::ModulePathAnsi(std::string(300, 'a')).size(), 259u);
+}
+
+TEST(ProcessWithDll, LoadsTheModuleBeforeTheGamesConstructorsAndEntry) {
+    TempFolder folder(L"inject");
+    SimEnvironment sim(folder, "# the module ends the game once it is connected\nexit\n");
+    const std::wstring game = BinFolder() + L"\\DemoGame.exe";
+    const std::string dll = Ansi(BinFolder() + L"\\VrlDLL.dll");
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION pi{};
+    ASSERT_TRUE(vrl::CreateProcessWithDllW(game.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                           &startup, &pi, dll.c_str()))
+        << GetLastError();
+    EXPECT_NE(pi.dwProcessId, 0u);
+    EXPECT_NE(pi.dwThreadId, 0u);
+    EXPECT_TRUE(WaitForExit(pi.dwProcessId));
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+
+    const std::string transcript = sim.Transcript();
+    EXPECT_TRUE(Contains(transcript, "game: constructor VrlDLL.dll loaded")) << transcript;
+    EXPECT_TRUE(Contains(transcript, "game: entry VrlDLL.dll loaded")) << transcript;
+    EXPECT_TRUE(Contains(transcript, "module: exit -> exiting")) << transcript;
+}
+
+TEST(ProcessWithDll, WithoutItTheDemoGameSeesNoModule) {
+    TempFolder folder(L"plain");
+    SimEnvironment sim(folder, "");
+    const std::wstring game = BinFolder() + L"\\DemoGame.exe";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION pi{};
+    ASSERT_TRUE(CreateProcessW(game.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &pi));
+    for (int i = 0; i < 500 && !Contains(sim.Transcript(), "entry"); ++i) Sleep(10);
+    TerminateProcess(pi.hProcess, 0);
+    WaitForSingleObject(pi.hProcess, 5000);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    EXPECT_TRUE(Contains(sim.Transcript(), "game: constructor VrlDLL.dll absent")) << sim.Transcript();
+}
+
+TEST(ProcessWithDll, FailsAndLeavesNoProcessWhenTheDllCannotBeUsed) {
+    const std::wstring game = BinFolder() + L"\\DemoGame.exe";
+    const int before = CountProcesses(L"DemoGame.exe");
+    struct Case {
+        std::string dll;
+        DWORD error;
+    };
+    const Case cases[] = {
+        {Ansi(BinFolder() + L"\\NoSuchModule.dll"), ERROR_FILE_NOT_FOUND},
+        {Ansi(BinFolder() + L"\\VrlConfig.exe"), ERROR_BAD_EXE_FORMAT},  // not a DLL
+    };
+    for (const Case& c : cases) {
+        STARTUPINFOW startup{};
+        startup.cb = sizeof(startup);
+        PROCESS_INFORMATION pi{};
+        EXPECT_FALSE(vrl::CreateProcessWithDllW(game.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                                &startup, &pi, c.dll.c_str()));
+        EXPECT_EQ(GetLastError(), c.error) << c.dll;
+        EXPECT_EQ(pi.hProcess, nullptr);
+        EXPECT_EQ(pi.dwProcessId, 0u);
+    }
+    EXPECT_EQ(CountProcesses(L"DemoGame.exe"), before);
+}
+
+// The whole launch from a program folder named in Japanese inside a game folder named in
+// Japanese: the ANSI code page may not hold these characters, and the module must still load.
+TEST(LaunchGame, StartsTheGameFromJapaneseFoldersWithTheModuleLoaded) {
+    TempFolder root(L"jp");
+    const std::wstring gameFolder = root / L"モルヴァ";
+    const std::wstring programFolder = gameFolder + L"\\ヴォレル";
+    ASSERT_TRUE(CreateDirectoryW(gameFolder.c_str(), nullptr));
+    ASSERT_TRUE(CreateDirectoryW(programFolder.c_str(), nullptr));
+    ASSERT_TRUE(CopyFileW((BinFolder() + L"\\DemoGame.exe").c_str(), (gameFolder + L"\\ゲーム.exe").c_str(), FALSE));
+    ASSERT_TRUE(CopyFileW((BinFolder() + L"\\VrlDLL.dll").c_str(), (programFolder + L"\\VrlDLL.dll").c_str(), FALSE));
+    SimEnvironment sim(root, "exit\n");
+
+    // The import directory holds narrow text: the name chosen must open the same file.
+    const std::string importName =
+        vrl::ChooseDllImportName(programFolder + L"\\VrlDLL.dll", vrl::ModulePathAnsi(Ansi(programFolder)));
+    HANDLE dll = CreateFileA(importName.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(dll, INVALID_HANDLE_VALUE) << importName;
+    CloseHandle(dll);
+
+    AppFolders folders;
+    folders.program = programFolder;
+    folders.programAnsi = Ansi(programFolder);
+    ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
+    EXPECT_EQ(folders.game, gameFolder);
+    wchar_t before[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, before);
+
+    const vrl::GameProcess launched = vrl::LaunchGame(folders, gameFolder + L"\\ゲーム.exe", false);
+    wchar_t after[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, after);
+    SetCurrentDirectoryW(before);
+    ASSERT_NE(launched.processId, 0u);
+    EXPECT_NE(launched.threadId, 0u);
+    EXPECT_TRUE(WaitForExit(launched.processId));
+    EXPECT_EQ(std::wstring(after), programFolder);
+
+    const std::string transcript = sim.Transcript();
+    EXPECT_TRUE(Contains(transcript, "game: constructor VrlDLL.dll loaded")) << transcript;
+    EXPECT_TRUE(Contains(transcript, "game: current folder " + Utf8(gameFolder) + "\r\n")) << transcript;
+    EXPECT_TRUE(Contains(transcript, "module: exit -> exiting")) << transcript;
+}
+
+TEST(LaunchGame, DoesNotStartAProgramWithoutTheMarker) {
+    TempFolder root(L"nomarker");
+    const std::wstring programFolder = root / L"Vorrel";
+    CreateDirectoryW(programFolder.c_str(), nullptr);
+    ASSERT_TRUE(CopyFileW((BinFolder() + L"\\VrlConfig.exe").c_str(), (root / L"NotAGame.exe").c_str(), FALSE));
+    AppFolders folders;
+    folders.program = programFolder;
+    folders.programAnsi = Ansi(programFolder);
+    ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
+    wchar_t before[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, before);
+
+    const vrl::GameProcess launched = vrl::LaunchGame(folders, root / L"NotAGame.exe", false);
+    SetCurrentDirectoryW(before);
+    EXPECT_EQ(launched.processId, 0u);
+    EXPECT_EQ(launched.threadId, 0u);
+    EXPECT_EQ(GetFileAttributesW((root / L"VrlConfig.started").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+}  // namespace
