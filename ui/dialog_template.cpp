@@ -15,7 +15,7 @@ constexpr std::uint16_t kOrdinalMarker = 0xFFFF;
 DialogTemplate::DialogTemplate(std::size_t initialSize)
     : initialSize_(initialSize), block_(TemplateBlockStep(initialSize), 0) {}
 
-void DialogTemplate::Create(std::u16string_view title, DialogBox box, std::uint32_t style,
+void DialogTemplate::Create(std::u16string_view title, DialogRect box, std::uint32_t style,
                             std::uint32_t exStyle, const DialogFont& font) {
     block_.assign(TemplateBlockStep(initialSize_), 0);
     used_ = 0;
@@ -47,7 +47,7 @@ void DialogTemplate::Create(std::u16string_view title, DialogBox box, std::uint3
     }
 }
 
-bool DialogTemplate::AddControl(const ControlClass& cls, int id, DialogBox box,
+bool DialogTemplate::AddControl(const ControlClass& cls, int id, DialogRect box,
                                 std::uint32_t style, std::uint32_t exStyle,
                                 const ControlText& text) {
     const std::uint16_t count = ItemCount();

@@ -58,8 +58,9 @@ struct DialogFont {
     std::uint8_t charset = 0;
 };
 
-// Geometry in dialog units; the template keeps 16 bits of each.
-struct DialogBox {
+// Geometry in dialog units; the template keeps 16 bits of each. (Not "DialogBox": windows.h
+// defines that name as a macro, which would rename the type in Win32 files only.)
+struct DialogRect {
     int x = 0, y = 0, cx = 0, cy = 0;
 };
 
@@ -73,12 +74,12 @@ public:
     explicit DialogTemplate(std::size_t initialSize = 0);
 
     // Starts over with a new header. DS_SETFONT is added to the style when the font has a face.
-    void Create(std::u16string_view title, DialogBox box, std::uint32_t style,
+    void Create(std::u16string_view title, DialogRect box, std::uint32_t style,
                 std::uint32_t exStyle, const DialogFont& font);
     // Adds one control; WS_CHILD and WS_VISIBLE are always added to `style`. An id of -1 marks a
     // label that is never addressed. False (and nothing added) without a header, or when the
     // header's 16-bit item count is full.
-    bool AddControl(const ControlClass& cls, int id, DialogBox box, std::uint32_t style,
+    bool AddControl(const ControlClass& cls, int id, DialogRect box, std::uint32_t style,
                     std::uint32_t exStyle, const ControlText& text);
 
     bool IsCreated() const { return created_; }
