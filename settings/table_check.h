@@ -1,0 +1,25 @@
+#pragma once
+// The players' table checker: finds what in a KCSV file the program would read differently from
+// what the player meant, and says so in plain words with the physical line.
+
+#include "settings/kcsv.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vrl {
+
+struct TableProblem {
+    unsigned line = 0;    // physical line, from 1
+    std::string message;  // UTF-8
+};
+
+// `path` names the file in messages and picks the known table by its base name. `bytes` is the
+// whole file. The problems come ordered by line.
+std::vector<TableProblem> CheckTableText(std::u16string_view path, std::string_view bytes);
+
+// The table as JSON: {"options":[{"name":..,"value":..}],"columns":[..],"rows":[[..]]}, UTF-8.
+std::string TableToJson(const KcsvFile& table);
+
+}  // namespace vrl

@@ -1,0 +1,159 @@
+#include "settings/table_check.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using vrl::CheckTableText;
+
+// "LINE: message" per problem, joined by newlines: compact to compare, readable when it fails.
+std::string Report(std::u16string_view path, std::string_view text) {
+    std::string out;
+    for (const auto& p : CheckTableText(path, text)) out += std::to_string(p.line) + ": " + p.message + "\n";
+    return out;
+}
+
+bool Mentions(const std::string& report, const std::string& part) { return report.find(part) != std::string::npos; }
+
+TEST(TableCheck, CleanTablesReportNothing) {
+    EXPECT_EQ(Report(u"LogEx.kcsv",
+                     "#format,kcsv\r\n#option,MasterVolume:80,bkcolor:#000000,FontFace:Meiryo UI\r\n"
+                     "#column,keyword,exact,regex,talk,sound,volume,color\r\n"
+                     "ally,1,,,,70,#ff8000\r\n^You,,1,1,ding.wav,100,Nothing\r\n\"a, b\",,,,,50,\r\n"),
+              "");
+    EXPECT_EQ(Report(u"Volume.kcsv", "#format,kcsv\r\n#option,MasterVolume:100\r\n#column,File,Volume\r\nC:\\a.ogg,70\r\n"), "");
+    EXPECT_EQ(Report(u"unknown.kcsv", "#format,kcsv\r\n#column,anything\r\nx,y,z\r\n"), "");
+}
+
+TEST(TableCheck, ExplainsWhyATextIsNotATable) {
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", "\xEF\xBB\xBF#format,kcsv\r\n"), "1: not a KCSV table: the file begins with a byte-order mark"));
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", "#format,kcsv\n#column,a\n"), "every line must end with CR LF"));
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", "#Format,KCSV\r\n"), "#format,kcsv exactly"));
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", ""), "the file is empty"));
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", "keyword,color\r\n"), "must begin with #format,kcsv"));
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", "\xFF\xFE#\0f\0"), "saved as UTF-16"));
+}
+
+TEST(TableCheck, StructureProblemsWithTheirLines) {
+    const std::string report = Report(u"notes.kcsv",
+                                      "#format,kcsv\r\n#option,Alone,:5,ok:1\r\n#column,a,B,b\r\n"
+                                      "\"two\r\nlines\",x\r\n#Option,x:1\r\n\xFF\r\n#column,c\r\n#format,kcsv\r\n");
+    EXPECT_EQ(report,
+              "2: option \"Alone\" has no colon; it is read as the option \"Alone\" with an empty value\n"
+              "2: option \":5\" has no name before its colon and is ignored\n"
+              "3: column \"b\" is named twice (first as \"B\"); the second name is dropped, so every column "
+              "after it reads the cell written for the column before it\n"
+              "6: \"#Option\" is not #option (keywords are case-sensitive); this line is read as a data row\n"
+              "7: bytes that are not UTF-8; they read as the replacement character \xEF\xBF\xBD\n"
+              "8: a second #column line (the first is on line 3); the program stops reading here and ignores "
+              "this line and all after it\n");
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", "#format,kcsv\r\na\r\n\"never closed,\r\nb\r\n"),
+                         "3: a quoted cell that starts here is never closed"));
+    EXPECT_TRUE(Mentions(Report(u"a.kcsv", std::string("#format,kcsv\r\na\0b\r\n", 18)), "2: a NUL character"));
+}
+
+TEST(TableCheck, LogRulesAsTheLogWindowReadsThem) {
+    const std::string report = Report(u"LogEx.kcsv",
+                                      "#format,kcsv\r\n#option,MasterVolume:abc,bkcolor:red\r\n"
+                                      "#column,keyword,exact,regex,volume,color,colour\r\n"
+                                      "[,0,1,-5,#ff80\r\n[,0,0,80%,#FF8000\r\n,,,70,\r\n,1,,70,\r\nx,off,00\r\n"
+                                      "a,b,c,d,e,f,g\r\n#note\r\n");
+    EXPECT_TRUE(Mentions(report, "2: option MasterVolume \"abc\" is not a number; it reads as 0; the program uses 50"));
+    EXPECT_TRUE(Mentions(report, "2: option bkcolor \"red\" is not a colour"));
+    EXPECT_TRUE(Mentions(report, "3: unknown column \"colour\""));
+    EXPECT_FALSE(Mentions(report, "missing column"));
+    EXPECT_TRUE(Mentions(report, "4: keyword \"[\" is not a valid regular expression; this rule never matches"));
+    EXPECT_TRUE(Mentions(report, "4: volume -5 is outside 50 to 100; the program uses 100"));
+    EXPECT_TRUE(Mentions(report, "4: color \"#ff80\" is not a colour"));
+    EXPECT_FALSE(Mentions(report, "5: keyword"));  // "[" is plain text while regex is off
+    EXPECT_TRUE(Mentions(report, "5: volume \"80%\" is not a plain number; it reads as 80\n"));
+    EXPECT_TRUE(Mentions(report, "6: keyword is empty, so this rule matches every line"));
+    EXPECT_FALSE(Mentions(report, "7: keyword"));  // exact: matches only an empty line
+    EXPECT_TRUE(Mentions(report, "8: exact \"off\" counts as on"));
+    EXPECT_TRUE(Mentions(report, "8: regex \"00\" counts as on"));
+    EXPECT_TRUE(Mentions(report, "9: this row has 7 cells but there are 6 columns"));
+    EXPECT_TRUE(Mentions(report, "10: volume is empty"));  // a note line is an ordinary rule here
+}
+
+TEST(TableCheck, OtherKnownTables) {
+    const std::string volume = Report(u"Volume.kcsv", "#format,kcsv\r\n#option,MasterVolume:30,MasterVolume:80\r\n"
+                                                      "#column,file\r\na.ogg\r\n");
+    EXPECT_TRUE(Mentions(volume, "2: option MasterVolume 30 is outside 50 to 100; the program uses 50"));
+    EXPECT_TRUE(Mentions(volume, "2: option \"MasterVolume\" is set again (first on line 2); the program uses the last one"));
+    EXPECT_TRUE(Mentions(volume, "3: missing column \"Volume\"; every file plays at 100"));
+
+    const std::string pets = Report(u"PetInfo.kcsv", "#format,kcsv\r\n#option,iFilterIndex:2,colXpBar:#12345g\r\n"
+                                                     "#option,iStColumnWidthRatio:12,bHpBarEnabled:no\r\n#column,x\r\n1\r\n");
+    EXPECT_TRUE(Mentions(pets, "2: option iFilterIndex 2 is outside 0 to 1; the pet list then shows no pet"));
+    EXPECT_TRUE(Mentions(pets, "2: option colXpBar \"#12345g\" is not a colour"));
+    EXPECT_TRUE(Mentions(pets, "3: option iStColumnWidthRatio 12 is outside 0 to 9; the program uses 9"));
+    EXPECT_TRUE(Mentions(pets, "3: option bHpBarEnabled \"no\" is not a number"));
+    EXPECT_TRUE(Mentions(pets, "4: PetInfo.kcsv holds options only; its columns are ignored"));
+    EXPECT_TRUE(Mentions(pets, "5: PetInfo.kcsv holds options only; its rows are ignored"));
+
+    const std::string places = Report(u"WindowPlacement.kcsv",
+                                      "#format,kcsv\r\n#column,WindowID,rcNormalPosition.left,showCmd\r\nmorva,x,1\r\n");
+    EXPECT_TRUE(Mentions(places, "2: missing column \"rcNormalPosition.top\""));
+    EXPECT_TRUE(Mentions(places, "3: WindowID \"morva\" is not one of Morva, LogEx"));
+    EXPECT_TRUE(Mentions(places, "3: rcNormalPosition.left \"x\" is not a number"));
+
+    const std::string enchant = Report(u"EnchantTable.kcsv", "#format,kcsv\r\n#option,invoke3:12,invoke5:x\r\n"
+                                                             "#column,type,id,text_en,text_jp\r\n#note,,,\r\n"
+                                                             "FLAG,1,a,b\r\nflags,2,a,b\r\n");
+    EXPECT_TRUE(Mentions(enchant, "2: option invoke5 \"x\" is not a number"));
+    EXPECT_FALSE(Mentions(enchant, "4:"));  // note rows are skipped by the enchant table
+    EXPECT_FALSE(Mentions(enchant, "5:"));  // kinds are compared without case
+    EXPECT_TRUE(Mentions(enchant, "6: type \"flags\" is not one of category, flag"));
+}
+
+TEST(TableJson, OptionsColumnsAndRowsWithEscapes) {
+    vrl::KcsvFile table;
+    ASSERT_TRUE(table.Parse(u"#format,kcsv\r\n#option,a:1\r\n#column,k,v\r\n\"q\"\"\\\r\n\tx\",日本\r\n"));
+    EXPECT_EQ(vrl::TableToJson(table),
+              "{\n  \"options\": [\n    {\"name\": \"a\", \"value\": \"1\"}\n  ],\n"
+              "  \"columns\": [\"k\", \"v\"],\n  \"rows\": [\n    [\"q\\\"\\\\\\r\\n\\tx\", \"日本\"]\n  ]\n}\n");
+    EXPECT_EQ(vrl::TableToJson(vrl::KcsvFile()), "{\n  \"options\": [],\n  \"columns\": [],\n  \"rows\": []\n}\n");
+}
+
+// Runs a command, returns what it printed (stdout and stderr) and sets its exit status.
+std::string RunTool(const std::string& command, int& status) {
+    std::string output;
+    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    if (!pipe) return output;
+    char buffer[4096];
+    for (std::size_t got; (got = fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, got);
+    status = WEXITSTATUS(pclose(pipe));
+    return output;
+}
+
+// The command-line tool itself, on the deliberately broken sample table.
+TEST(VrlTables, ChecksTheBrokenLogTable) {
+    std::array<char, 4096> self{};
+    const ssize_t length = readlink("/proc/self/exe", self.data(), self.size() - 1);
+    ASSERT_GT(length, 0);
+    std::string tool(self.data(), static_cast<std::size_t>(length));
+    tool = tool.substr(0, tool.rfind('/') + 1) + "vrltables";
+    if (access(tool.c_str(), X_OK) != 0) GTEST_SKIP() << "vrltables not built beside the tests";
+
+    const std::string data = VRL_TEST_DATA;
+    int status = 0;
+    const std::string output = RunTool(tool + " check " + data + "/LogEx.kcsv", status);
+    EXPECT_EQ(status, 1);
+    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:2: option MasterVolume 120 is outside 50 to 100")) << output;
+    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:7: keyword \"^You (gain|lose\" is not a valid regular expression"));
+    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:12: a second #column line"));
+
+    EXPECT_TRUE(Mentions(RunTool(tool + " dump " + data + "/LogEx.kcsv", status), "\"rows\": ["));
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(Mentions(RunTool(tool + " dump " + data + "/missing.kcsv", status), "cannot read the file"));
+    EXPECT_EQ(status, 1);
+    RunTool(tool + " frobnicate", status);
+    EXPECT_EQ(status, 2);
+}
+
+}  // namespace
