@@ -2,11 +2,13 @@
 
 #include <shellapi.h>
 
+#include "app/about_box_win.h"
 #include "app/app_state_win.h"
 #include "app/error_box_win.h"
 #include "app/frame_texts.h"
 #include "app/game_launch_win.h"
 #include "app/game_link_win.h"
+#include "app/tray_menu_win.h"
 #include "app/version_text.h"
 #include "settings/app_settings_win.h"
 #include "ui/wide_win.h"
@@ -305,6 +307,8 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         return;
     case kCmdAbout:
     case kCmdAboutFrameBase:
+        CAboutBox::Open();
+        return;
     case kCmdShowMusicPanel:
     case kCmdShowVstEditor:
     case kCmdShowQuickSearch:
@@ -319,7 +323,7 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     // Any other id is not ours: ignored.
 }
 
-void CMainFrame::OnTrayNotify(WPARAM, LPARAM) {}
+void CMainFrame::OnTrayNotify(WPARAM id, LPARAM mouseMessage) { HandleTrayNotify(m_hWnd, id, mouseMessage); }
 
 LRESULT CMainFrame::OnLogViewHandleRequest(WPARAM) { return 0; }
 
