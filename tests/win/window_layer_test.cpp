@@ -1,0 +1,132 @@
+// The window layer against the running system: the loop's filter and idle order, the exit value
+// of a frame, and the dialog dispatch's answers.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/message_loop_win.h"
+#include "ui/dialog_template.h"
+#include "ui/dialog_win.h"
+#include "ui/window_win.h"
+
+namespace {
+
+using vrl::CMessageLoop;
+
+constexpr UINT kProbe = WM_APP + 77;
+
+struct RecordingFilter : vrl::CMessageFilter {
+    RecordingFilter(std::vector<std::string>& log, std::string name, bool consume)
+        : log_(log), name_(std::move(name)), consume_(consume) {}
+    bool PreTranslateMessage(MSG* msg) override {
+        if (msg->message != kProbe) return false;
+        log_.push_back(name_);
+        return consume_;
+    }
+    std::vector<std::string>& log_;
+    std::string name_;
+    bool consume_;
+};
+
+struct RecordingIdle : vrl::CIdleHandler {
+    RecordingIdle(std::vector<std::string>& log, std::string name, int quitWith = 0)
+        : log_(log), name_(std::move(name)), quitWith_(quitWith) {}
+    bool OnIdle() override {
+        log_.push_back(name_);
+        if (quitWith_) ::PostQuitMessage(quitWith_);
+        return true;
+    }
+    std::vector<std::string>& log_;
+    std::string name_;
+    int quitWith_;
+};
+
+TEST(MessageLoop, FiltersLastRegisteredFirstIdleHandlersInOrderAndQuitValue) {
+    std::vector<std::string> log;
+    CMessageLoop loop;
+    RecordingFilter first(log, "filter1", false), second(log, "filter2", false), third(log, "filter3", true);
+    RecordingIdle idleA(log, "idleA"), idleB(log, "idleB", 7);
+    loop.AddMessageFilter(&first);
+    loop.AddMessageFilter(&second);
+    loop.AddMessageFilter(&third);
+    loop.RemoveMessageFilter(&third);
+    loop.AddIdleHandler(&idleA);
+    loop.AddIdleHandler(&idleB);
+
+    ::PostThreadMessageW(::GetCurrentThreadId(), kProbe, 0, 0);
+    EXPECT_EQ(loop.Run(), 7);
+    // The probe through the filters from the last one registered (the third, removed, never sees
+    // it), then, with the queue empty, one idle pass in registration order; the second handler
+    // posts the quit that ends the loop.
+    const std::vector<std::string> expected{"filter2", "filter1", "idleA", "idleB"};
+    EXPECT_EQ(log, expected);
+}
+
+TEST(MessageLoop, OnlyMouseMovesPaintsAndTheCaretTimerKeepIdleness) {
+    for (UINT idle : {0x0200u, 0x00A0u, 0x000Fu, 0x0118u}) EXPECT_TRUE(CMessageLoop::IsIdleMessage(idle)) << idle;
+    for (UINT busy : {0x0100u, 0x0113u, 0x0201u, 0x004Au, 0x8001u}) EXPECT_FALSE(CMessageLoop::IsIdleMessage(busy)) << busy;
+}
+
+class ProbeFrame : public vrl::CFrameWindowImpl {
+public:
+    bool ProcessWindowMessage(HWND, UINT msg, WPARAM, LPARAM, LRESULT& result) override {
+        if (msg == kProbe) {
+            result = 4242;
+            return true;
+        }
+        if (msg == WM_CREATE) created = true;
+        return false;
+    }
+    bool created = false;
+};
+
+TEST(FrameWindow, DispatchesToItsMapAndEndsTheLoopWithOne) {
+    ProbeFrame frame;
+    const vrl::CWindowImpl::ClassSpec spec{L"VrlProbeFrame", 0, 40};
+    ASSERT_TRUE(frame.Create(spec, nullptr, L"probe", WS_OVERLAPPEDWINDOW, 0));
+    EXPECT_TRUE(frame.created);
+    EXPECT_EQ(::GetClassLongW(frame.Handle(), GCL_CBWNDEXTRA), 40u);
+    EXPECT_EQ(frame.Send(kProbe), 4242);
+    ProbeFrame second;  // the class is registered once and reused
+    ASSERT_TRUE(second.Create(spec, nullptr, L"probe2", WS_OVERLAPPEDWINDOW, 0));
+    second.Destroy();
+    MSG msg;
+    while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        if (msg.message == WM_QUIT) break;
+    }
+    frame.Destroy();
+    CMessageLoop loop;
+    EXPECT_EQ(loop.Run(), 1);
+}
+
+class ProbeDialog : public vrl::CDialogImplBase {
+public:
+    bool ProcessWindowMessage(HWND, UINT msg, WPARAM, LPARAM, LRESULT& result) override {
+        switch (msg) {
+        case WM_INITDIALOG:
+            initialised = true;
+            result = TRUE;
+            return true;
+        case kProbe:
+            result = 99;
+            return true;
+        }
+        return false;
+    }
+    bool initialised = false;
+};
+
+TEST(DialogWindow, AnswersThroughTheMessageResult) {
+    vrl::DialogTemplate dialogTemplate;
+    dialogTemplate.Create(u"probe", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, {u"Arial", 9, 400, false, 0});
+    ProbeDialog dialog;
+    ASSERT_TRUE(dialog.CreateIndirect(dialogTemplate.Data()));
+    EXPECT_TRUE(dialog.initialised);
+    EXPECT_EQ(dialog.Send(kProbe), 99);
+    dialog.Destroy();
+    EXPECT_FALSE(dialog.IsWindow());
+}
+
+}  // namespace
