@@ -191,9 +191,34 @@ void CMainFrame::CreateStatusStatics() {
 void CMainFrame::CreateCompanionWindows() {
     // The log, music, pet, item, quick search, treasure map and equip set windows slot in here,
     // in that order, as each is built.
+    const AppSettings& settings = App().settings;
+    extractedLog_ = nullptr;
+    if (settings.enLogExtender && logWindow_.Create()) {
+        extractedLog_ = &logWindow_.Child();
+        extractedLog_->Show(SW_SHOW);
+        if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
+    }
 }
 
-void CMainFrame::DestroyCompanionWindows() {}
+void CMainFrame::DestroyCompanionWindows() {
+    logWindow_.Destroy();
+    if (extractedLog_) extractedLog_->Destroy();
+}
+
+void CMainFrame::ShowLog(int page) {
+    if (!logWindow_.IsWindow()) return;
+    const bool fullLog = App().settings.enLogExtender_FullLog != 0;
+    if (!logWindow_.IsDocked()) {
+        if (page == 1) {
+            logWindow_.Child().ShowInFront();
+        } else if (fullLog) {
+            logWindow_.ShowInFront();
+        }
+        return;
+    }
+    if (fullLog) logWindow_.ShowInFront();
+    logWindow_.SelectPage(page);  // focuses that page's view and hides the other
+}
 
 void CMainFrame::SwitchNumLockOffAtStart() {
     numLockWasOn_ = NumLockIsOn();
@@ -305,6 +330,12 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdStartSettingsEditor:
         ::ShellExecuteW(nullptr, L"open", L"VrlConfig.exe", nullptr, nullptr, SW_SHOWNORMAL);
         return;
+    case kCmdShowFullLog:
+        ShowLog(0);
+        return;
+    case kCmdShowExtractedLog:
+        ShowLog(1);
+        return;
     case kCmdAbout:
     case kCmdAboutFrameBase:
         CAboutBox::Open();
@@ -312,8 +343,6 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowMusicPanel:
     case kCmdShowVstEditor:
     case kCmdShowQuickSearch:
-    case kCmdShowFullLog:
-    case kCmdShowExtractedLog:
     case kCmdShowPetInfo:
     case kCmdShowItemInfo:
         return;  // their windows are not built yet
@@ -325,9 +354,16 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
 
 void CMainFrame::OnTrayNotify(WPARAM id, LPARAM mouseMessage) { HandleTrayNotify(m_hWnd, id, mouseMessage); }
 
-LRESULT CMainFrame::OnLogViewHandleRequest(WPARAM) { return 0; }
+LRESULT CMainFrame::OnLogViewHandleRequest(WPARAM page) {
+    if (!logWindow_.IsWindow() || page > 1) return 0;
+    return reinterpret_cast<LRESULT>(logWindow_.PageView(static_cast<int>(page)));
+}
 
-void CMainFrame::OnClearLogRequest(WPARAM) {}
+void CMainFrame::OnClearLogRequest(WPARAM which) {
+    if (!logWindow_.IsWindow()) return;
+    if (which == 0) logWindow_.ClearCurrentPage();
+    if (which == 1) logWindow_.ClearExtractedView();
+}
 
 void CMainFrame::OnOpenEquipSetRequest() {}
 

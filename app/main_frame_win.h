@@ -7,6 +7,7 @@
 
 #include "app/message_loop_win.h"
 #include "app/tray_icon_win.h"
+#include "log/log_window_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -48,6 +49,8 @@ private:
     void RegisterHotkeys();
     void CreateCompanionWindows();
     void DestroyCompanionWindows();
+    // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.
+    void ShowLog(int page);
     HWND FindGameWindow() const;
     void SwitchNumLockOffAtStart();
     void RestoreNumLockAtExit();
@@ -55,6 +58,8 @@ private:
     void RefuseSecondInstance();
 
     TrayIcon tray_;
+    CLogExtenderDlg logWindow_;
+    CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

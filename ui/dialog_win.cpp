@@ -1,5 +1,9 @@
 #include "ui/dialog_win.h"
 
+#include "ui/panel_win.h"
+
+#include <utility>
+
 namespace vrl {
 namespace {
 
@@ -23,6 +27,9 @@ bool AnswersDirectly(UINT msg) {
     return false;
 }
 
+// The font of the template being created on this thread, for the dialog's first message.
+thread_local const DialogFont* g_pendingFont = nullptr;
+
 }  // namespace
 
 HWND CDialogImplBase::CreateIndirect(const void* dialogTemplate, HWND owner) {
@@ -34,6 +41,15 @@ HWND CDialogImplBase::CreateIndirect(const void* dialogTemplate, HWND owner) {
         CancelCreation(this);
         Detach();
     }
+    return hwnd;
+}
+
+HWND CDialogImplBase::CreateIndirect(const DialogTemplate& dialogTemplate, HWND owner) {
+    if (!dialogTemplate.IsCreated()) return nullptr;
+    const DialogFont font = dialogTemplate.Font();
+    g_pendingFont = font.face.empty() ? nullptr : &font;
+    HWND hwnd = CreateIndirect(dialogTemplate.Data(), owner);
+    g_pendingFont = nullptr;
     return hwnd;
 }
 
@@ -49,6 +65,7 @@ INT_PTR CDialogImplBase::DoModalIndirect(const void* dialogTemplate, HWND owner)
 INT_PTR CALLBACK CDialogImplBase::StartDialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     auto* self = static_cast<CDialogImplBase*>(TakeCreation());
     if (!self) return FALSE;
+    if (const DialogFont* font = std::exchange(g_pendingFont, nullptr)) InstallTemplateFont(hwnd, *font);
     self->Attach(hwnd);
     ::SetWindowLongPtrW(hwnd, DWLP_USER, reinterpret_cast<LONG_PTR>(self));
     ::SetWindowLongPtrW(hwnd, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(&CDialogImplBase::DialogProc));

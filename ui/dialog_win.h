@@ -3,6 +3,7 @@
 // one message-map dispatch per class. Modeless panels are never passed through the dialog manager
 // by the message loop, so Tab, Enter and Escape do nothing there unless a panel handles them.
 
+#include "ui/dialog_template.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -11,6 +12,8 @@ class CDialogImplBase : public CWindowImplBase {
 public:
     // Modeless, from an extended template in memory; nullptr when the dialog cannot be created.
     HWND CreateIndirect(const void* dialogTemplate, HWND owner = nullptr);
+    // The same from a built template, keeping the template font's character set (InstallTemplateFont).
+    HWND CreateIndirect(const DialogTemplate& dialogTemplate, HWND owner = nullptr);
     // Modal, owned by `owner`; returns what EndDialog was given, or -1 when it could not be shown.
     INT_PTR DoModalIndirect(const void* dialogTemplate, HWND owner);
     void EndDialog(INT_PTR result) const { ::EndDialog(m_hWnd, result); }

@@ -1,0 +1,133 @@
+// What the full-log window does with each line the module sends, and the loading of its rules.
+
+#include <cstring>
+#include <new>
+
+#include "app/app_state_win.h"
+#include "app/game_link_win.h"
+#include "log/log_texts.h"
+#include "log/log_window_win.h"
+#include "log/sound_effect_player_win.h"
+#include "log/speech_win.h"
+#include "ui/wide_win.h"
+
+namespace vrl {
+namespace {
+
+constexpr Colour kFullLogColour = 0xFFFFFF;
+
+// Every code page gives at most one UTF-16 unit per byte and takes at most three bytes per unit,
+// so this many bytes always hold more than the longest kept text; a huge payload is never
+// converted whole.
+constexpr std::size_t kLongestConvertedBytes = kLogTextLimit * 4;
+
+// The line's text: ANSI code page bytes up to the first NUL or cbData, as UTF-16, at most
+// kLogTextLimit units. Bytes that are not valid in the code page become replacement characters.
+std::u16string TextOfCopyData(const COPYDATASTRUCT* data) {
+    if (!data || !data->lpData || data->cbData == 0) return {};
+    const char* bytes = static_cast<const char*>(data->lpData);
+    std::size_t count = data->cbData;
+    if (const void* nul = std::memchr(bytes, 0, count)) count = static_cast<std::size_t>(static_cast<const char*>(nul) - bytes);
+    if (count > kLongestConvertedBytes) count = kLongestConvertedBytes;
+    if (count == 0) return {};
+    std::wstring wide(count, L'\0');
+    const int units = ::MultiByteToWideChar(CP_ACP, 0, bytes, static_cast<int>(count), wide.data(), static_cast<int>(count));
+    wide.resize(units > 0 ? static_cast<std::size_t>(units) : 0);
+    return LogTextFrom(U16(wide));
+}
+
+std::u16string SpeechProgramPath() {
+    std::wstring path = App().folders.program + L"\\RemoteTalk.exe";
+    if (path.size() >= MAX_PATH) path.resize(MAX_PATH - 1);
+    return U16(path);
+}
+
+bool FileExists(const std::u16string& path) {
+    const DWORD attributes = ::GetFileAttributesW(W(path));
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+}  // namespace
+
+void CLogExtenderDlg::LoadLogRules() {
+    // A missing table keeps the rules of the last load; LoadFile leaves the table alone then.
+    rulesTable_.LoadFile(u"LogEx.kcsv");
+    rules_.Load(rulesTable_);
+    speechEnabled_ = rules_.RemoteTalkRequested();
+    if (speechEnabled_) {
+        speechProgram_ = SpeechProgramPath();
+        speechEnabled_ = FileExists(speechProgram_);
+    }
+    for (int page = 0; page < 2; ++page) {
+        if (page == 0 && !FullLogEnabled()) continue;
+        if (pages_[page]) log_view::Prepare(pages_[page], rules_.Background());
+    }
+    ApplyLogFont();
+}
+
+void CLogExtenderDlg::ApplyLogFont() {
+    const LogFontDescription& wanted = rules_.Font();
+    LOGFONTW font{};
+    font.lfWeight = wanted.weight;
+    font.lfItalic = wanted.italic ? TRUE : FALSE;
+    const std::wstring face = Wstr(wanted.face);
+    lstrcpynW(font.lfFaceName, face.c_str(), LF_FACESIZE);
+    HDC screen = ::GetDC(m_hWnd);
+    font.lfHeight = LogFontHeight(wanted.pointSize, ::GetDeviceCaps(screen, LOGPIXELSY));
+    ::ReleaseDC(m_hWnd, screen);
+
+    // Setting a font again would repaint both views for nothing on every reload.
+    if (logFont_ && std::memcmp(&font, &lastFont_, sizeof font) == 0) return;
+    HFONT created = ::CreateFontIndirectW(&font);
+    if (!created) return;
+    lastFont_ = font;
+    const WPARAM handle = reinterpret_cast<WPARAM>(created);
+    if (pages_[1]) ::SendMessageW(pages_[1], WM_SETFONT, handle, TRUE);
+    if (pages_[0] && FullLogEnabled()) ::SendMessageW(pages_[0], WM_SETFONT, handle, TRUE);
+    if (logFont_) ::DeleteObject(logFont_);
+    logFont_ = created;
+}
+
+void CLogExtenderDlg::WriteNotice(const std::u16string& text) {
+    const Colour colour = rules_.NoticeColour();
+    AppendLine(pages_[0], text, colour);
+    AppendLine(pages_[1], text, colour);
+}
+
+void CLogExtenderDlg::ProcessLogLine(const COPYDATASTRUCT* data) {
+    // The game waits for our answer; whatever goes wrong with one line must not end the program.
+    try {
+        if (game_link::ReloadRequested(frame_, game_link::kReloadLogRules)) {
+            LoadLogRules();
+            WriteNotice(log_texts::kRulesReloaded.Get());
+            frame_ = game_link::ClearReloadRequest(game_link::kReloadLogRules);
+            return;
+        }
+        const std::u16string text = TextOfCopyData(data);
+        const std::u16string line = LogLineOf(text);
+        if (IsNotice(text)) {
+            WriteNotice(line.substr(1));
+            return;
+        }
+        if (FullLogEnabled()) AppendLine(pages_[0], line, kFullLogColour);
+
+        const std::optional<std::size_t> match = rules_.FirstMatch(text);
+        if (!match) return;
+        const LogRule& rule = rules_.Rules()[*match];
+        if (speechEnabled_ && rule.talk) Speak(speechProgram_, SpeechText(text));
+        if (!rule.sound.empty()) PlayRuleSound(rule);
+        if (rule.color != kNoColour) AppendLine(pages_[1], line, rule.color);
+    } catch (const std::exception&) {
+        // Out of memory for one line: the line is lost, the log goes on.
+    }
+}
+
+void CLogExtenderDlg::PlayRuleSound(const LogRule& rule) {
+    if (!sounds_) return;
+    const float volume = rules_.SoundVolume(rule);
+    for (const std::u16string& path : SoundCandidates(U16(App().folders.game), rule.sound)) {
+        if (sounds_->PlaySoundEffect(path, volume)) return;
+    }
+}
+
+}  // namespace vrl

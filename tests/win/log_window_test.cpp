@@ -1,0 +1,249 @@
+// The log windows in this process: what each view holds, in which colour, after lines, notices,
+// docking and clearing. (Colours can only be read in-process; the end-to-end tests read text.)
+
+#include "log/log_window_win.h"
+
+#include <gtest/gtest.h>
+#include <richedit.h>
+
+#include <algorithm>
+#include <string>
+
+#include "alerts_support_win.h"
+#include "app/app_state_win.h"
+#include "ui/lang_text.h"
+
+namespace {
+
+constexpr vrl::Colour kWhite = 0xFFFFFF;
+constexpr vrl::Colour kOrange = 0x0080FF;  // #ff8000
+constexpr vrl::Colour kGreen = 0x00C000;   // #00c000
+
+const char kRules[] =
+    "#format,kcsv\r\n"
+    "#option,bkcolor:#000000\r\n"
+    "#column,keyword,exact,regex,talk,sound,volume,color\r\n"
+    "ally,,,,,,#ff8000\r\n"
+    "ally joined,,,,,,#00c000\r\n"
+    "^You ,,1,,,,#00c000\r\n"
+    "quiet,,,,,,\r\n";
+
+class LogWindow : public ::testing::Test {
+protected:
+    void SetUp() override {
+        richEdit_ = LoadLibraryW(L"riched20.dll");
+        ASSERT_TRUE(richEdit_);
+        vrl::SetLanguageIndex(0);
+        vrl::App().folders.program = folder_.Path();
+        vrl::App().folders.game = folder_.Path();
+        vrl::App().settings.enLogExtender_FullLog = 1;
+        vrltest::WriteBytes(folder_ / L"LogEx.kcsv", kRules);
+        GetCurrentDirectoryW(MAX_PATH, previous_);
+        SetCurrentDirectoryW(folder_.Path().c_str());
+    }
+    void TearDown() override {
+        log_.DestroyWindows();
+        SetCurrentDirectoryW(previous_);
+        FreeLibrary(richEdit_);
+    }
+
+    void Open() {
+        ASSERT_TRUE(log_.Create());
+        full_ = log_.PageView(0);
+        extracted_ = log_.PageView(1);
+        ASSERT_TRUE(full_ && extracted_);
+    }
+
+    void Send(const std::string& ansi, bool withNul = false) {
+        COPYDATASTRUCT data{};
+        data.cbData = static_cast<DWORD>(ansi.size() + (withNul ? 1 : 0));
+        data.lpData = const_cast<char*>(ansi.c_str());
+        EXPECT_EQ(SendMessageW(log_.Handle(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data)), 1);
+    }
+
+    // The view's text as the control stores it: one CR per line break.
+    static std::wstring Text(HWND view) {
+        GETTEXTLENGTHEX length{GTL_DEFAULT, 1200};
+        const auto size = SendMessageW(view, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0);
+        std::wstring text(static_cast<size_t>(size) + 1, L'\0');
+        GETTEXTEX get{};
+        get.cb = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+        get.flags = GT_DEFAULT;
+        get.codepage = 1200;
+        text.resize(static_cast<size_t>(
+            SendMessageW(view, EM_GETTEXTEX, reinterpret_cast<WPARAM>(&get), reinterpret_cast<LPARAM>(text.data()))));
+        return text;
+    }
+
+    // The text colour of the first occurrence of `part`; 0xFFFFFFFE when it is not there.
+    static vrl::Colour ColourOf(HWND view, const std::wstring& part) {
+        const size_t at = Text(view).find(part);
+        if (at == std::wstring::npos) return 0xFFFFFFFEu;
+        CHARRANGE range{static_cast<LONG>(at), static_cast<LONG>(at + part.size())};
+        SendMessageW(view, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof format;
+        SendMessageW(view, EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+        EXPECT_TRUE(format.dwMask & CFM_COLOR) << "one colour over the whole part";
+        return format.crTextColor;
+    }
+
+    static std::wstring Title(HWND window) {
+        wchar_t title[64] = {};
+        GetWindowTextW(window, title, 64);
+        return title;
+    }
+
+    vrltest::ScratchFolder folder_;
+    vrl::CLogExtenderDlg log_;
+    HWND full_ = nullptr;
+    HWND extracted_ = nullptr;
+    HMODULE richEdit_ = nullptr;
+    wchar_t previous_[MAX_PATH] = {};
+};
+
+TEST_F(LogWindow, EveryLineGoesToTheFullLogInWhiteAndTheFirstMatchingRuleColoursTheExtractedCopy) {
+    Open();
+    Send("The ally joined you.");
+    Send("Nothing happens.");
+    Send("You feel better.", true);
+    Send("A quiet wind.");
+
+    EXPECT_EQ(Text(full_), L"The ally joined you.\rNothing happens.\rYou feel better.\rA quiet wind.\r");
+    EXPECT_EQ(ColourOf(full_, L"The ally joined you."), kWhite);
+    EXPECT_EQ(ColourOf(full_, L"You feel better."), kWhite);
+    // "ally" comes before "ally joined"; a rule without a colour copies nothing.
+    EXPECT_EQ(Text(extracted_), L"The ally joined you.\rYou feel better.\r");
+    EXPECT_EQ(ColourOf(extracted_, L"The ally joined you."), kOrange);
+    EXPECT_EQ(ColourOf(extracted_, L"You feel better."), kGreen);
+}
+
+TEST_F(LogWindow, NoticesGoToBothViewsWithoutTheirMarkInTheColourThatReadsOnTheBackground) {
+    Open();
+    Send("!Saved. ally");
+    EXPECT_EQ(Text(full_), L"Saved. ally\r");
+    EXPECT_EQ(Text(extracted_), L"Saved. ally\r") << "notices are not tested against the rules";
+    EXPECT_EQ(ColourOf(full_, L"Saved."), kWhite) << "black background";
+
+    vrltest::WriteBytes(folder_ / L"LogEx.kcsv", "#format,kcsv\r\n#option,bkcolor:#f0f0f0\r\n#column,keyword\r\n");
+    log_.LoadLogRules();
+    Send("!Light");
+    EXPECT_EQ(ColourOf(extracted_, L"Light"), 0u);
+}
+
+TEST_F(LogWindow, WithoutTheFullLogOnlyNoticesReachItsViewAndClearingPageZeroDoesNothing) {
+    vrl::App().settings.enLogExtender_FullLog = 0;
+    Open();
+    Send("ally here");
+    Send("!notice");
+    EXPECT_EQ(Text(full_), L"notice\r");
+    EXPECT_EQ(Text(extracted_), L"ally here\rnotice\r");
+
+    log_.ClearCurrentPage();  // page 0 is selected
+    EXPECT_EQ(Text(full_), L"notice\r");
+    EXPECT_EQ(Text(extracted_), L"ally here\rnotice\r");
+    log_.SelectPage(1);
+    log_.ClearCurrentPage();
+    EXPECT_EQ(Text(extracted_), L"");
+    EXPECT_EQ(Text(full_), L"notice\r");
+}
+
+TEST_F(LogWindow, ClearingOneViewLeavesTheOtherAlone) {
+    Open();
+    Send("ally one");
+    log_.ClearExtractedView();
+    EXPECT_EQ(Text(extracted_), L"");
+    EXPECT_EQ(Text(full_), L"ally one\r");
+    SendMessageW(log_.Child().Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg_Child::kCmdClearLog, 0);
+    Send("ally two");
+    SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);  // page 0
+    EXPECT_EQ(Text(full_), L"");
+    EXPECT_EQ(Text(extracted_), L"ally two\r");
+}
+
+TEST_F(LogWindow, DockingMovesTheExtractedViewUnderTheTabsAndUndockingBringsItBack) {
+    Open();
+    HWND child = log_.Child().Handle();
+    ShowWindow(log_.Handle(), SW_SHOW);
+    ShowWindow(child, SW_SHOW);
+    SetWindowPos(child, nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER);
+    RECT childClient{};
+    GetClientRect(child, &childClient);
+    EXPECT_EQ(Title(log_.Handle()), L"Full Log - Vorrel");
+    EXPECT_EQ(Title(child), L"Extracted Log - Vorrel");
+
+    SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
+    EXPECT_TRUE(log_.IsDocked());
+    EXPECT_EQ(Title(log_.Handle()), L"Log - Vorrel");
+    EXPECT_FALSE(IsWindowVisible(child));
+    EXPECT_EQ(GetParent(extracted_), log_.Handle());
+    EXPECT_TRUE(IsWindowVisible(full_));
+    EXPECT_FALSE(IsWindowVisible(extracted_));
+    RECT fullRect{}, tabRect{};
+    GetWindowRect(full_, &fullRect);
+    GetWindowRect(GetDlgItem(log_.Handle(), vrl::CLogExtenderDlg::kTabId), &tabRect);
+    EXPECT_GT(tabRect.bottom - tabRect.top, 10) << "a strip that holds the row of tabs";
+    EXPECT_EQ(fullRect.top, tabRect.bottom) << "the views start right below the strip";
+
+    log_.SelectPage(1);
+    EXPECT_TRUE(IsWindowVisible(extracted_));
+    EXPECT_FALSE(IsWindowVisible(full_));
+    Send("ally while docked");
+    EXPECT_EQ(Text(extracted_), L"ally while docked\r");
+    EXPECT_EQ(SendMessageW(log_.Handle(), WM_COPYDATA, 0, 0), 1) << "no payload: an empty line";
+
+    SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
+    EXPECT_FALSE(log_.IsDocked());
+    EXPECT_EQ(Title(log_.Handle()), L"Full Log - Vorrel");
+    EXPECT_EQ(GetParent(extracted_), child);
+    EXPECT_TRUE(IsWindowVisible(child));
+    EXPECT_TRUE(IsWindowVisible(extracted_));
+    EXPECT_TRUE(IsWindowVisible(full_));
+    RECT viewRect{};
+    GetClientRect(extracted_, &viewRect);
+    GetWindowRect(extracted_, &viewRect);
+    EXPECT_EQ(viewRect.right - viewRect.left, childClient.right) << "the extracted window's last size";
+    Send("ally after");
+    EXPECT_EQ(Text(extracted_), L"ally while docked\rally after\r");
+}
+
+TEST_F(LogWindow, ClosingEitherWindowOnlyHidesItAndLinesStillArrive) {
+    Open();
+    HWND child = log_.Child().Handle();
+    ShowWindow(child, SW_SHOW);
+    SendMessageW(child, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_TRUE(IsWindow(child));
+    EXPECT_FALSE(IsWindowVisible(child));
+    Send("ally hidden");
+    EXPECT_EQ(Text(extracted_), L"ally hidden\r");
+}
+
+TEST_F(LogWindow, AnyPayloadIsTakenAsALineOfAtMostTheLimit) {
+    Open();
+    std::string huge(1024 * 1024, 'x');
+    Send(huge);
+    std::string bytes("ab\0cd", 5);  // the text ends at the first NUL
+    Send(bytes);
+    Send(std::string("\x81\xff\x82", 3));  // not valid in every code page
+    Send("");
+
+    const std::wstring text = Text(full_);
+    const size_t firstBreak = text.find(L'\r');
+    EXPECT_EQ(firstBreak, vrl::kLogTextLimit);
+    EXPECT_EQ(text.substr(firstBreak + 1, 3), L"ab\r");
+    EXPECT_EQ(std::count(text.begin(), text.end(), L'\r'), 4);
+}
+
+TEST_F(LogWindow, CostlyExpressionsDoNotHoldTheSender) {
+    vrltest::WriteBytes(folder_ / L"LogEx.kcsv",
+                        "#format,kcsv\r\n#column,keyword,exact,regex,color\r\n(a|aa)*$,1,1,#ff0000\r\n"
+                        "(x+x+)+y,,1,#ff0000\r\n[,,1,#ff0000\r\nend,,,#00c000\r\n");
+    Open();
+    const ULONGLONG start = GetTickCount64();
+    Send(std::string(2044, 'a') + "b");
+    Send(std::string(2042, 'x') + "end");
+    EXPECT_LT(GetTickCount64() - start, 2000u);
+    EXPECT_EQ(ColourOf(extracted_, L"xend"), kGreen) << "the costly rules before it did not match";
+}
+
+}  // namespace
