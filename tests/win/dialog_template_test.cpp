@@ -8,6 +8,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 namespace {
@@ -27,6 +28,18 @@ struct Panel {
     }
     HWND hwnd;
 };
+
+// Lets a screenshot be taken of a shown panel: VRL_SHOT_HOLD_MS keeps it painted that long.
+void HoldForScreenshot() {
+    const char* ms = std::getenv("VRL_SHOT_HOLD_MS");
+    if (!ms) return;
+    const DWORD end = GetTickCount() + static_cast<DWORD>(std::atoi(ms));
+    while (GetTickCount() < end) {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+        Sleep(10);
+    }
+}
 
 std::wstring TextOf(HWND hwnd) {
     wchar_t buffer[512] = {};
@@ -122,12 +135,14 @@ TEST(DialogTemplateWin, TemplateThatGrewTwiceCreatesEveryControl) {
     t.AddControl(u"SysListView32", 999, {0, 0, 50, 50}, 0, 0, u"");
     for (int i = 0; i < 50; ++i) {
         const std::u16string text = u"項目 " + std::u16string(1, u'A' + i % 26);
-        t.AddControl(atoms[i % 5], 1000 + i, {0, i * 7, 80, 14}, 0, 0, text);
+        t.AddControl(atoms[i % 5], 1000 + i, {(i / 25) * 100, 60 + (i % 25) * 13, 90, 12}, 0, 0, text);
     }
     ASSERT_GE(t.Capacity(), 3072u);  // started at 1024
 
     Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
     ASSERT_NE(panel.hwnd, nullptr);
+    ShowWindow(panel.hwnd, SW_SHOWNA);
+    HoldForScreenshot();
     EXPECT_EQ(ClassOf(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
     for (int i = 0; i < 50; ++i) {
         HWND control = GetDlgItem(panel.hwnd, 1000 + i);

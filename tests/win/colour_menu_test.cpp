@@ -1,0 +1,203 @@
+#include "ui/colour_menu_win.h"
+#include "ui/lang_text.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <thread>
+
+namespace {
+
+using vrl::Colour;
+using vrl::MakeColour;
+
+// Control ids of the system colour chooser.
+constexpr int kChooserRed = 706;
+constexpr int kChooserGreen = 707;
+constexpr int kChooserBlue = 708;
+constexpr int kChooserAddCustom = 712;
+constexpr UINT kGetMenuHandle = 0x01E1;  // MN_GETHMENU
+
+constexpr Colour kCurrent = MakeColour(12, 34, 56);
+
+HWND WaitForVisibleWindow(const wchar_t* className) {
+    for (int i = 0; i < 250; ++i) {
+        HWND hwnd = FindWindowW(className, nullptr);
+        if (hwnd && IsWindowVisible(hwnd)) return hwnd;
+        Sleep(20);
+    }
+    return nullptr;
+}
+
+// Lets a screenshot be taken of the open menu: VRL_SHOT_HOLD_MS keeps it open that long.
+void HoldForScreenshot() {
+    if (const char* ms = std::getenv("VRL_SHOT_HOLD_MS")) Sleep(static_cast<DWORD>(std::atoi(ms)));
+}
+
+int PositionOf(HMENU menu, UINT id) {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i)
+        if (GetMenuItemID(menu, i) == id) return i;
+    return -1;
+}
+
+void Click(POINT at) {
+    SetCursorPos(at.x, at.y);
+    Sleep(50);
+    INPUT input[2] = {};
+    input[0].type = input[1].type = INPUT_MOUSE;
+    input[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    input[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    SendInput(2, input, sizeof(INPUT));
+}
+
+// Clicks the menu item at `position` of the open colour menu.
+void ClickMenuItem(HWND menuWindow, int position) {
+    HMENU menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
+    RECT r{};
+    ASSERT_TRUE(GetMenuItemRect(nullptr, menu, static_cast<UINT>(position), &r));
+    Click({(r.left + r.right) / 2, (r.top + r.bottom) / 2});
+}
+
+std::wstring ItemText(HMENU menu, int position) {
+    wchar_t text[64] = {};
+    GetMenuStringW(menu, static_cast<UINT>(position), text, 64, MF_BYPOSITION);
+    return text;
+}
+
+// Opens the colour menu over a window of this thread while `act` plays the user on another.
+class ColourMenuTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        vrl::SetLanguageIndex(0);
+        owner_ = CreateWindowExW(0, L"Static", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
+                                 300, 200, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+        ASSERT_NE(owner_, nullptr);
+        SetForegroundWindow(owner_);
+        SetCursorPos(120, 120);
+    }
+    void TearDown() override {
+        DestroyWindow(owner_);
+        vrl::SetLanguageIndex(0);
+    }
+
+    Colour Run(Colour current, const std::function<void(HWND menuWindow)>& act) {
+        std::thread user([&] {
+            HWND menuWindow = WaitForVisibleWindow(L"#32768");
+            ASSERT_NE(menuWindow, nullptr);
+            Sleep(100);  // let it paint
+            HoldForScreenshot();
+            act(menuWindow);
+        });
+        const Colour chosen = vrl::ShowColourMenu(owner_, current);
+        user.join();
+        return chosen;
+    }
+
+    HWND owner_ = nullptr;
+};
+
+TEST_F(ColourMenuTest, ThreeColumnsOfNamedColoursWithSwatches) {
+    Run(kCurrent, [](HWND menuWindow) {
+        HMENU menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
+        ASSERT_EQ(GetMenuItemCount(menu), 33);
+        EXPECT_EQ(ItemText(menu, 0), L"Current setting");
+        EXPECT_EQ(ItemText(menu, 11), L"Custom");
+        EXPECT_EQ(ItemText(menu, 22), L"");
+        EXPECT_EQ(ItemText(menu, PositionOf(menu, 16)), L"Dark Cyan");
+        for (int column : {11, 22}) EXPECT_TRUE(GetMenuState(menu, column, MF_BYPOSITION) & MF_MENUBARBREAK);
+        EXPECT_TRUE(GetMenuState(menu, 22, MF_BYPOSITION) & MF_GRAYED);
+        for (int separator : {1, 12, 23})
+            EXPECT_TRUE(GetMenuState(menu, separator, MF_BYPOSITION) & MF_SEPARATOR);
+        EXPECT_EQ(PositionOf(menu, 1), 2);
+        EXPECT_EQ(PositionOf(menu, 10), 13);
+        EXPECT_EQ(PositionOf(menu, 27), 32);
+
+        // The swatch of Morva Red: check-mark sized, filled, with a black border.
+        MENUITEMINFOW info{};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_CHECKMARKS;
+        ASSERT_TRUE(GetMenuItemInfoW(menu, 19, FALSE, &info));
+        ASSERT_NE(info.hbmpUnchecked, nullptr);
+        BITMAP bm{};
+        ASSERT_TRUE(GetObjectW(info.hbmpUnchecked, sizeof bm, &bm));
+        const int side = GetSystemMetrics(SM_CYMENUCHECK);
+        EXPECT_EQ(bm.bmWidth, side);
+        EXPECT_EQ(bm.bmHeight, side);
+        HDC dc = CreateCompatibleDC(nullptr);
+        HGDIOBJ old = SelectObject(dc, info.hbmpUnchecked);
+        EXPECT_EQ(GetPixel(dc, side / 2, side / 2), MakeColour(255, 155, 155));
+        EXPECT_EQ(GetPixel(dc, 0, 0), 0u);
+        EXPECT_EQ(GetPixel(dc, side - 1, side / 2), 0u);
+        SelectObject(dc, old);
+        DeleteDC(dc);
+        // "Current setting" shows the current colour.
+        ASSERT_TRUE(GetMenuItemInfoW(menu, 0, TRUE, &info));
+        dc = CreateCompatibleDC(nullptr);
+        old = SelectObject(dc, info.hbmpUnchecked);
+        EXPECT_EQ(GetPixel(dc, side / 2, side / 2), kCurrent);
+        SelectObject(dc, old);
+        DeleteDC(dc);
+
+        PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 0);
+    });
+}
+
+TEST_F(ColourMenuTest, ChoosingANamedColourReturnsItsValue) {
+    const Colour chosen = Run(kCurrent, [](HWND menuWindow) {
+        HMENU menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
+        ClickMenuItem(menuWindow, PositionOf(menu, 19));  // Morva Red
+    });
+    EXPECT_EQ(vrl::FormatColour(chosen), u"#ff9b9b");
+}
+
+TEST_F(ColourMenuTest, CurrentSettingAndEscapeKeepTheCurrentColour) {
+    vrl::SetLanguageIndex(1);
+    EXPECT_EQ(Run(kCurrent,
+                  [](HWND menuWindow) {
+                      HMENU menu =
+                          reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
+                      EXPECT_EQ(ItemText(menu, 0), L"現在の設定");
+                      EXPECT_EQ(ItemText(menu, 11), L"カスタム");
+                      EXPECT_EQ(ItemText(menu, PositionOf(menu, 19)), L"Morva 赤");
+                      PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 0);
+                  }),
+              kCurrent);
+    EXPECT_EQ(Run(kCurrent, [](HWND menuWindow) { ClickMenuItem(menuWindow, 0); }), kCurrent);
+}
+
+TEST_F(ColourMenuTest, CancellingTheChooserKeepsTheCurrentColour) {
+    const Colour chosen = Run(kCurrent, [](HWND menuWindow) {
+        ClickMenuItem(menuWindow, 11);
+        HWND chooser = WaitForVisibleWindow(L"#32770");
+        ASSERT_NE(chooser, nullptr);
+        HoldForScreenshot();
+        PostMessageW(chooser, WM_COMMAND, IDCANCEL, 0);
+    });
+    EXPECT_EQ(chosen, kCurrent);
+}
+
+TEST_F(ColourMenuTest, ChooserColourIsReturnedAndKeptAmongTheCustomColours) {
+    ASSERT_EQ(vrl::CustomColours()[0], RGB(255, 255, 255));
+    const Colour chosen = Run(kCurrent, [this](HWND menuWindow) {
+        ClickMenuItem(menuWindow, 11);
+        HWND chooser = WaitForVisibleWindow(L"#32770");
+        ASSERT_NE(chooser, nullptr);
+        EXPECT_EQ(GetWindow(chooser, GW_OWNER), owner_);
+        // Opened on the current colour.
+        EXPECT_EQ(GetDlgItemInt(chooser, kChooserRed, nullptr, FALSE), 12u);
+        EXPECT_EQ(GetDlgItemInt(chooser, kChooserBlue, nullptr, FALSE), 56u);
+        SetDlgItemTextW(chooser, kChooserRed, L"200");
+        SetDlgItemTextW(chooser, kChooserGreen, L"100");
+        SetDlgItemTextW(chooser, kChooserBlue, L"50");
+        PostMessageW(chooser, WM_COMMAND, kChooserAddCustom, 0);
+        PostMessageW(chooser, WM_COMMAND, IDOK, 0);
+    });
+    EXPECT_EQ(chosen, MakeColour(200, 100, 50));
+    EXPECT_EQ(vrl::CustomColours()[0], MakeColour(200, 100, 50));
+}
+
+}  // namespace
