@@ -66,32 +66,6 @@ TEST(KcsvWrite, BuildingATableTheWayOwnersSave) {
     EXPECT_EQ(t.ToUtf8(), "#format,kcsv\r\n#column,File,Volume\r\na.ogg,\r\nb.ogg,\r\nc.ogg,\r\n,\r\n");
 }
 
-TEST(KcsvWrite, JapaneseTextAndAWriteThenReadRoundTrip) {
-    KcsvFile t;
-    t.SetOption(u"FontFace", u"メイリオ");
-    t.AddColumn(u"keyword");
-    t.SetCell(0, 0, u"仲間, \"友\"\r\n😀");
-    KcsvFile back;
-    ASSERT_TRUE(back.ParseUtf8(t.ToUtf8()));
-    EXPECT_EQ(back.Options(), t.Options());
-    EXPECT_EQ(back.Columns(), t.Columns());
-    EXPECT_EQ(back.Rows(), t.Rows());
-}
-
-TEST(KcsvWrite, BlocksLargerThanAMebibyteAreWrittenWhole) {
-    KcsvFile t;
-    t.AddColumn(u"text");
-    const std::u16string big(400000, u'あ');  // 1.2 MB as UTF-8
-    t.SetCell(0, 0, big);
-    t.SetCell(1, 0, u"tail");
-    const std::string bytes = t.ToUtf8();
-    EXPECT_GT(bytes.size(), 1200000u);
-    KcsvFile back;
-    ASSERT_TRUE(back.ParseUtf8(bytes));
-    EXPECT_EQ(back.Cell(0, 0, u""), big);
-    EXPECT_EQ(back.Cell(1, 0, u""), u"tail");
-}
-
 TEST(KcsvUtf8, InvalidSequencesBecomeReplacementCharacters) {
     using vrl::Utf8ToUtf16;
     EXPECT_EQ(Utf8ToUtf16("\xEF\xBB\xBF#"), u"\uFEFF#");
