@@ -4,6 +4,7 @@
 #include "app/process_with_dll_win.h"
 #include "ui/wide_win.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -116,10 +117,16 @@ bool ExecutableCarriesHspMarker(const std::wstring& path) {
                               FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
     bool found = false;
+    // Asking for no more than the file holds matters under Wine, which touches every page of
+    // the destination: a 16 MiB request for a 1 MiB game took ten times as long as a 1 MiB one.
+    LARGE_INTEGER size{};
+    GetFileSizeEx(file, &size);
+    const DWORD wanted = static_cast<DWORD>(
+        std::min<ULONGLONG>(static_cast<ULONGLONG>(size.QuadPart), static_cast<ULONGLONG>(kHspScanLimit)));
     void* buffer = VirtualAlloc(nullptr, kHspScanLimit, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
     if (buffer != nullptr) {
         DWORD read = 0;
-        if (ReadFile(file, buffer, static_cast<DWORD>(kHspScanLimit), &read, nullptr)) {
+        if (wanted > 0 && ReadFile(file, buffer, wanted, &read, nullptr)) {
             found = FindHspMarker(static_cast<const unsigned char*>(buffer), read) != kNoHspMarker;
         }
         VirtualFree(buffer, 0, MEM_RELEASE);

@@ -233,7 +233,7 @@ TEST(ProcessWithDll, WithoutItTheDemoGameSeesNoModule) {
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION pi{};
     ASSERT_TRUE(CreateProcessW(game.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &pi));
-    for (int i = 0; i < 500 && !Contains(sim.Transcript(), "entry"); ++i) Sleep(10);
+    for (int i = 0; i < 1000 && !Contains(sim.Transcript(), "main window shown"); ++i) Sleep(10);
     TerminateProcess(pi.hProcess, 0);
     WaitForSingleObject(pi.hProcess, 5000);
     CloseHandle(pi.hThread);
