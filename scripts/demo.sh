@@ -24,21 +24,24 @@ python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 source scripts/wine-session.sh
 win() { /usr/lib/wine/wine64 winepath -w "$1" 2>/dev/null; }
 game_exe=$(win "$demo/Morva/DemoGame.exe")
-printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=0\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\n' \
-  "$game_exe" > "$demo/Morva/Vorrel/Vrl.ini"
-
-/usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" &
-driver=$!
-while kill -0 "$driver" 2>/dev/null; do
-  if [[ -f $demo/handshake/request ]]; then
-    name=$(cat "$demo/handshake/request")
-    sleep 0.3
-    import -window root "$shots/$name.png"
-    echo "screenshot: screenshots/$name.png"
-    rm -f "$demo/handshake/request"
-  fi
-  sleep 0.1
+status=0
+for language in en ja; do
+  lang_index=0; [[ $language == ja ]] && lang_index=1
+  printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=%s\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\n' \
+    "$game_exe" "$lang_index" > "$demo/Morva/Vorrel/Vrl.ini"
+  /usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" "$language" &
+  driver=$!
+  while kill -0 "$driver" 2>/dev/null; do
+    if [[ -f $demo/handshake/request ]]; then
+      name=$language-$(cat "$demo/handshake/request")
+      sleep 0.3
+      import -window root "$shots/$name.png"
+      echo "screenshot: screenshots/$name.png"
+      rm -f "$demo/handshake/request"
+    fi
+    sleep 0.1
+  done
+  wait "$driver" || status=$?
 done
-wait "$driver" && status=0 || status=$?
 echo "demo finished (driver exit $status); screenshots in $shots"
 exit "$status"

@@ -31,6 +31,13 @@ trap vrl_wine_session_end EXIT
 if ! /usr/lib/wine/wine64 reg query 'HKCU\Software\Wine\Explorer' /v Desktop >/dev/null 2>&1; then
   /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
   /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null 2>&1
+  # Japanese text: this machine has no Meiryo UI, and the title bar and menu font has no Japanese
+  # glyphs. Map the panel face to IPA Gothic and link it behind the system faces.
+  /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Meiryo UI' /d 'IPAPGothic' /f >/dev/null 2>&1
+  for face in Tahoma 'Microsoft Sans Serif' 'MS Shell Dlg' 'MS Shell Dlg 2' 'Segoe UI'; do
+    /usr/lib/wine/wine64 reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
+      /v "$face" /t REG_MULTI_SZ /d 'ipagp.ttf,IPAPGothic' /f >/dev/null 2>&1
+  done
   # The desktop in force was made before the setting: start the server afresh.
   /usr/lib/wine/wineserver -k 2>/dev/null; /usr/lib/wine/wineserver -w 2>/dev/null
 fi

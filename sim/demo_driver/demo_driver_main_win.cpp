@@ -1,4 +1,4 @@
-// vrl_demo_driver PROGRAM_FOLDER HANDSHAKE_FOLDER
+// vrl_demo_driver PROGRAM_FOLDER HANDSHAKE_FOLDER [ja]
 // Starts VrlBoot.exe from PROGRAM_FOLDER, waits for the companion and the game, and walks through
 // the player's views. At each view it writes "<n>-<name>" to HANDSHAKE_FOLDER\request and waits
 // until the demo script answers by deleting the file (after taking its screenshot).
@@ -56,6 +56,10 @@ int wmain(int argc, wchar_t** argv) {
     }
     const std::wstring program = argv[1];
     g_handshake = argv[2];
+    const bool japanese = argc > 3 && std::wstring(argv[3]) == L"ja";
+    const wchar_t* fullLogTitle = japanese ? L"全ログ - Vorrel" : L"Full Log - Vorrel";
+    const wchar_t* extractedTitle = japanese ? L"抽出ログ - Vorrel" : L"Extracted Log - Vorrel";
+    const wchar_t* aboutTitle = japanese ? L"Vorrelのバージョン情報" : L"About Vorrel";
 
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -71,8 +75,8 @@ int wmain(int argc, wchar_t** argv) {
     std::printf("frame %p game %p\n", static_cast<void*>(frame), static_cast<void*>(game));
     if (!frame || !game) return 1;
 
-    HWND fullLog = WaitForLogWindow(L"Full Log - Vorrel", 10000);
-    HWND extracted = WaitForLogWindow(L"Extracted Log - Vorrel", 2000);
+    HWND fullLog = WaitForLogWindow(fullLogTitle, 10000);
+    HWND extracted = WaitForLogWindow(extractedTitle, 2000);
     RECT gameRect{};
     GetWindowRect(game, &gameRect);
     Place(game, 0, 0, gameRect.right - gameRect.left, gameRect.bottom - gameRect.top);
@@ -100,7 +104,7 @@ int wmain(int argc, wchar_t** argv) {
     Sleep(300);
 
     PostMessageW(frame, WM_COMMAND, 34108, 0);
-    HWND about = WaitFor(L"#32770", L"About Vorrel", 5000);
+    HWND about = WaitFor(L"#32770", aboutTitle, 5000);
     Sleep(300);
     Shot("about-box");
     if (about) PostMessageW(about, WM_COMMAND, IDOK, 0);
