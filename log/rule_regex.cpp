@@ -59,7 +59,9 @@ struct Budget {
     }
 };
 
-constexpr std::size_t kMaxRecords = std::size_t{1} << 20;
+// Ordinary rules need a few records per character of the line; this leaves a wide margin and
+// keeps a runaway walk to a few megabytes.
+constexpr std::size_t kMaxRecords = std::size_t{1} << 18;
 
 class Walk {
 public:
