@@ -45,6 +45,10 @@ struct GameProcess {
 // is an HSP-runtime executable. The game folder is the current folder during the launch (so the
 // game starts there) and the program folder again afterwards. Nothing is shown on failure: the
 // ids stay 0 and the game watch reports the missing window.
+// The module's name in the game's import directory is narrow text (ChooseDllImportName). A program
+// folder with characters outside the ANSI code page works while its short form is plain ASCII
+// (8.3 names on, and always under Wine); otherwise the module file cannot be named, no game is
+// started, and the game watch reports it like any other failed launch.
 GameProcess LaunchGame(const AppFolders& folders, const std::wstring& gameExe, bool musicExtender);
 
 // The steps of the launch, for tests.

@@ -175,26 +175,20 @@ TEST(MusicFiles, CopiesOnlyMissingTargetsAndOnlyWithTheMusicExtender) {
     EXPECT_EQ(GetFileAttributesW((game / L"user\\music\\morning_breeze_Town6.mid").c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
-TEST(InstallCheck, DerivesTheGameFoldersAndRejectsAFolderWithoutBackslash) {
+// The folder rules themselves are tested natively; here, the ANSI form that the module path needs.
+TEST(InstallCheck, NeedsABackslashInBothFormsOfTheProgramFolder) {
     AppFolders folders;
-    folders.program = L"C:\\Games\\Morva\\Vorrel";
-    folders.programAnsi = "C:\\Games\\Morva\\Vorrel";
-    ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
-    EXPECT_EQ(folders.game, L"C:\\Games\\Morva");
-    EXPECT_EQ(folders.userMusic, L"C:\\Games\\Morva\\user\\music");
-
     folders.program = L"C:\\Vorrel";
     folders.programAnsi = "C:\\Vorrel";
     ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
     EXPECT_EQ(folders.game, L"C:");
-    EXPECT_EQ(folders.gameSave, L"C:\\save");
+    EXPECT_EQ(folders.userMusic, L"C:\\user\\music");
 
+    folders.programAnsi = "Vorrel";
+    EXPECT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kNoAnsiBackslash);
     folders.program = L"Vorrel";
     EXPECT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kNoBackslash);
     EXPECT_EQ(folders.game, L"C:");
-    folders.program = L"C:\\Vorrel";
-    folders.programAnsi = "Vorrel";
-    EXPECT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kNoAnsiBackslash);
 }
 
 TEST(ModulePath, IsCutToTheBufferOf260Bytes) {
