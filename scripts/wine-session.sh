@@ -46,3 +46,6 @@ if [[ -f $_vrl_keepalive ]]; then
   /usr/lib/wine/wine64 "$_vrl_keepalive" >/dev/null 2>&1 &
   _vrl_keepalive_pid=$!
 fi
+# Bring the desktop up now, with its output going nowhere: a desktop process first started by a
+# test program would inherit that test's output pipe and keep CTest waiting after the test ended.
+/usr/lib/wine/wine64 cmd /c exit >/dev/null 2>&1 </dev/null || true
