@@ -274,10 +274,10 @@ std::optional<RuleRegex> RuleRegex::Compile(std::u16string_view pattern) {
 }
 
 RuleRegex::Result RuleRegex::Run(std::u16string_view text, bool whole, std::vector<std::u16string>* groups,
-                                 std::size_t budget) const {
+                                 std::size_t budget, bool shortcut) const {
     using namespace rx;
     if (groups != nullptr) groups->clear();
-    const int lastStart = LastPossibleStart(*program_, text);
+    const int lastStart = shortcut ? LastPossibleStart(*program_, text) : static_cast<int>(text.size());
     if (lastStart < 0) return Result::NoMatch;
     Budget spend;
     spend.limit = budget;
@@ -294,12 +294,22 @@ RuleRegex::Result RuleRegex::Run(std::u16string_view text, bool whole, std::vect
 
 RuleRegex::Result RuleRegex::Search(std::u16string_view text, std::vector<std::u16string>* groups,
                                     std::size_t budget) const {
-    return Run(text, false, groups, budget);
+    return Run(text, false, groups, budget, true);
 }
 
 RuleRegex::Result RuleRegex::FullMatch(std::u16string_view text, std::vector<std::u16string>* groups,
                                        std::size_t budget) const {
-    return Run(text, true, groups, budget);
+    return Run(text, true, groups, budget, true);
+}
+
+RuleRegex::Result RuleRegex::SearchWithoutShortcut(std::u16string_view text, std::vector<std::u16string>* groups,
+                                                   std::size_t budget) const {
+    return Run(text, false, groups, budget, false);
+}
+
+RuleRegex::Result RuleRegex::FullMatchWithoutShortcut(std::u16string_view text,
+                                                      std::vector<std::u16string>* groups, std::size_t budget) const {
+    return Run(text, true, groups, budget, false);
 }
 
 RuleRegex::RuleRegex(std::unique_ptr<Program> program) : program_(std::move(program)) {}

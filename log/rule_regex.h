@@ -37,6 +37,14 @@ public:
     Result FullMatch(std::u16string_view text, std::vector<std::u16string>* groups = nullptr,
                      std::size_t budget = kStepBudget) const;
 
+    // The same walks without the quick refusal of a text that lacks a character every match
+    // needs. For differential tests: their step counts then bound the work a plain backtracking
+    // engine such as std::wregex does on the same input.
+    Result SearchWithoutShortcut(std::u16string_view text, std::vector<std::u16string>* groups,
+                                 std::size_t budget) const;
+    Result FullMatchWithoutShortcut(std::u16string_view text, std::vector<std::u16string>* groups,
+                                    std::size_t budget) const;
+
     RuleRegex(RuleRegex&&) noexcept;
     RuleRegex& operator=(RuleRegex&&) noexcept;
     ~RuleRegex();
@@ -46,7 +54,7 @@ public:
 private:
     explicit RuleRegex(std::unique_ptr<Program> program);
     Result Run(std::u16string_view text, bool whole, std::vector<std::u16string>* groups,
-               std::size_t budget) const;
+               std::size_t budget, bool shortcut) const;
     std::unique_ptr<Program> program_;
 };
 

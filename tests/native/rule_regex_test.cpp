@@ -60,12 +60,14 @@ void ExpectSameAsStandardLibrary(std::u16string_view pattern, std::u16string_vie
     std::vector<std::u16string> groups;
     const auto found = ours->Search(text, &groups);
     ASSERT_NE(found, RuleRegex::Result::TooComplex);
+    EXPECT_EQ(ours->SearchWithoutShortcut(text, nullptr, RuleRegex::kStepBudget), found);
     EXPECT_EQ(found == RuleRegex::Result::Match, ref.found);
     if (ref.found) {
         EXPECT_EQ(groups, ref.searchGroups);
     }
     const auto whole = ours->FullMatch(text, &groups);
     ASSERT_NE(whole, RuleRegex::Result::TooComplex);
+    EXPECT_EQ(ours->FullMatchWithoutShortcut(text, nullptr, RuleRegex::kStepBudget), whole);
     EXPECT_EQ(whole == RuleRegex::Result::Match, ref.whole);
     if (ref.whole) {
         EXPECT_EQ(groups, ref.wholeGroups);
