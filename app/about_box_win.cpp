@@ -61,7 +61,9 @@ DialogTemplate CAboutBox::BuildTemplate(int language, bool withLinkControl) {
     DialogTemplate t;
     t.Create(kTitle.Get(language), {0, 0, 222, 114}, kBoxStyle, 0, PanelFont(language));
     t.AddControl(ControlAtom::kButton, IDOK, {168, 6, 48, 18}, BS_DEFPUSHBUTTON | WS_TABSTOP, 0, kOk.Get(language));
-    t.AddControl(ControlAtom::kStatic, -1, {6, 6, 18, 18}, SS_ICON, 0, ControlText::Resource(IDI_VRL_TRAY));
+    // Scaled into its 18 by 18 units instead of growing to the icon's own size.
+    t.AddControl(ControlAtom::kStatic, -1, {6, 6, 18, 18}, SS_ICON | SS_REALSIZECONTROL, 0,
+                 ControlText::Resource(IDI_VRL_TRAY));
     t.AddControl(ControlAtom::kStatic, kIdName, {30, 6, 131, 8}, SS_LEFT | SS_NOPREFIX, 0, u"");
     if (withLinkControl) {
         t.AddControl(u"SysLink", kIdLink, {30, 18, 120, 8}, WS_TABSTOP, 0, LinkMarkup());
