@@ -222,18 +222,6 @@ TEST(DialogTemplate, BlockStartsRoundedAndGrowsPerPieceThatDoesNotFit) {
     for (std::size_t i = t.Size(); i < t.Capacity(); ++i) ASSERT_EQ(bytes[i], 0) << i;
 }
 
-TEST(DialogTemplate, CreateStartsOver) {
-    DialogTemplate t;
-    t.Create(u"One", {}, 0, 0, vrl::PanelFont(0));
-    for (int i = 0; i < 80; ++i) t.AddControl(ControlAtom::kStatic, i, {}, 0, 0, u"some text here");
-    t.Create(u"Two", {}, 0, 0, vrl::PanelFont(0));
-    EXPECT_EQ(t.ItemCount(), 0);
-    EXPECT_EQ(t.Capacity(), 1024u);
-    Reader r(t);
-    SkipHeader(r, true);
-    EXPECT_EQ(r.Pos(), t.Size());
-}
-
 TEST(PanelStyle, FontAndTitleFollowTheLanguage) {
     const vrl::DialogFont en = vrl::PanelFont(0);
     EXPECT_EQ(en.face, u"Arial");

@@ -8,7 +8,6 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace {
@@ -28,18 +27,6 @@ struct Panel {
     }
     HWND hwnd;
 };
-
-// Lets a screenshot be taken of a shown panel: VRL_SHOT_HOLD_MS keeps it painted that long.
-void HoldForScreenshot() {
-    const char* ms = std::getenv("VRL_SHOT_HOLD_MS");
-    if (!ms) return;
-    const DWORD end = GetTickCount() + static_cast<DWORD>(std::atoi(ms));
-    while (GetTickCount() < end) {
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
-        Sleep(10);
-    }
-}
 
 std::wstring TextOf(HWND hwnd) {
     wchar_t buffer[512] = {};
@@ -141,8 +128,6 @@ TEST(DialogTemplateWin, TemplateThatGrewTwiceCreatesEveryControl) {
 
     Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
     ASSERT_NE(panel.hwnd, nullptr);
-    ShowWindow(panel.hwnd, SW_SHOWNA);
-    HoldForScreenshot();
     EXPECT_EQ(ClassOf(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
     for (int i = 0; i < 50; ++i) {
         HWND control = GetDlgItem(panel.hwnd, 1000 + i);
