@@ -9,11 +9,17 @@ namespace log_view {
 
 void Append(HWND view, const std::u16string& text, Colour colour) {
     // The insertion point goes to the end before the colour is set, so the colour applies to what
-    // is inserted there and not to some earlier selection.
+    // is inserted there and not to some earlier selection. After an append it is already there,
+    // and placing it by character position walks the whole text in some rich-edit versions, so it
+    // is placed only when the player has moved it.
     GETTEXTLENGTHEX length{GTL_DEFAULT, 1200};
     const LONG end = static_cast<LONG>(::SendMessageW(view, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0));
-    CHARRANGE range{end, end};
-    ::SendMessageW(view, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    CHARRANGE range{};
+    ::SendMessageW(view, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    if (range.cpMin != end || range.cpMax != end) {
+        range = {end, end};
+        ::SendMessageW(view, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    }
     CHARFORMAT2W format{};
     format.cbSize = sizeof format;
     format.dwMask = CFM_COLOR;

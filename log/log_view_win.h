@@ -27,10 +27,10 @@ void ScrollToEnd(HWND view);
 // The module sends lines one SendMessage at a time and the game waits for each. Repainting a
 // visible view per line costs far more than the insertion, so during a burst the visible views
 // keep their redraw off, and a short timer on `owner` turns it back on, repaints and scrolls to
-// the end once the burst pauses (at the latest every kPeriodMs while it goes on).
+// the end: once per kPeriodMs while lines keep coming, and soon after the last one.
 class LogRedrawBatch {
 public:
-    static constexpr UINT kPeriodMs = 40;
+    static constexpr UINT kPeriodMs = 250;
 
     LogRedrawBatch(UINT_PTR timerId) : timerId_(timerId) {}  // NOLINT: one owner, set later
     void SetOwner(HWND owner) { owner_ = owner; }

@@ -1,0 +1,145 @@
+// How long the game waits for one log line. A sender thread stands in for the module: it sends
+// each line with SendMessage WM_COPYDATA across threads, alternately to the real full-log window
+// (100 rules, half of them expressions, both views visible) and to a window that only answers 1,
+// so both round trips are measured side by side under the same load. Then 100,000 lines go to the
+// log window (or as many as the first argument after "visible"/"hidden" says) to show whether
+// the cost per line stays flat as the views grow.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "app/app_state_win.h"
+#include "log/log_window_win.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int kSideBySideLines = 2000;
+constexpr int kGrowthLines = 100000;
+
+LRESULT CALLBACK NullReceiver(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    if (msg == WM_COPYDATA) return 1;
+    return ::DefWindowProcW(hwnd, msg, wp, lp);
+}
+
+HWND CreateNullReceiver() {
+    WNDCLASSW cls{};
+    cls.lpfnWndProc = NullReceiver;
+    cls.hInstance = ::GetModuleHandleW(nullptr);
+    cls.lpszClassName = L"VrlBenchNullReceiver";
+    ::RegisterClassW(&cls);
+    return ::CreateWindowExW(0, cls.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, cls.hInstance, nullptr);
+}
+
+// 50 substring rules and 50 expressions, most of which never match; a few pick lines in colour.
+std::string RulesTable() {
+    std::string table = "#format,kcsv\r\n#option,bkcolor:#000000\r\n#column,keyword,exact,regex,color\r\n";
+    for (int i = 0; i < 50; ++i) {
+        table += "no such thing " + std::to_string(i) + ",,,#ff0000\r\n";
+        table += "^\\[\\d+\\] The monster" + std::to_string(i) + " (hits|misses) you\\.$,,1,#00ff00\r\n";
+    }
+    table += "gold,,,#ffd700\r\n";
+    return table;
+}
+
+std::string LineNumber(int i) {
+    static const char* const kTexts[] = {"You hit the putit.", "The putit misses you.", "You pick up 12 gold pieces.",
+                                         "The shopkeeper greets you.", "It starts to rain."};
+    return "[" + std::to_string(i) + "] " + kTexts[i % 5];
+}
+
+double SendLine(HWND target, const std::string& line) {
+    COPYDATASTRUCT data{};
+    data.cbData = static_cast<DWORD>(line.size());
+    data.lpData = const_cast<char*>(line.data());
+    const auto start = Clock::now();
+    ::SendMessageW(target, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+double Mean(const std::vector<double>& values) {
+    double sum = 0;
+    for (double v : values) sum += v;
+    return sum / static_cast<double>(values.size());
+}
+
+void Measure(HWND logWindow, HWND nullReceiver, DWORD uiThread, int growthLines) {
+    std::vector<double> toLog, toNull;
+    for (int i = 0; i < kSideBySideLines; ++i) {
+        const std::string line = LineNumber(i);
+        toNull.push_back(SendLine(nullReceiver, line));
+        toLog.push_back(SendLine(logWindow, line));
+    }
+    std::printf("round trip of one line, %d lines side by side (ms):\n", kSideBySideLines);
+    std::printf("  receiver that does nothing: median %.3f  mean %.3f\n", Median(toNull), Mean(toNull));
+    std::printf("  log window (100 rules):     median %.3f  mean %.3f\n", Median(toLog), Mean(toLog));
+    std::printf("  ratio: median %.2f  mean %.2f\n", Median(toLog) / Median(toNull), Mean(toLog) / Mean(toNull));
+
+    const int blockSize = growthLines >= 10 ? growthLines / 10 : 1;
+    std::printf("%d more lines to the log window, mean cost per line by block of %d (ms):\n", growthLines, blockSize);
+    std::vector<double> block;
+    for (int i = 0; i < growthLines; ++i) {
+        block.push_back(SendLine(logWindow, LineNumber(kSideBySideLines + i)));
+        if (block.size() == static_cast<size_t>(blockSize)) {
+            std::printf("  lines %6d-%6d: mean %.3f  median %.3f\n", i + 2 - blockSize, i + 1, Mean(block), Median(block));
+            std::fflush(stdout);
+            block.clear();
+        }
+    }
+    ::PostThreadMessageW(uiThread, WM_QUIT, 0, 0);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const bool hidden = argc > 1 && std::string(argv[1]) == "hidden";
+    const int growth = argc > 2 ? std::atoi(argv[2]) : kGrowthLines;
+    wchar_t temp[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, temp);
+    const std::wstring folder = std::wstring(temp) + L"vrl_log_line_bench";
+    ::CreateDirectoryW(folder.c_str(), nullptr);
+    ::SetCurrentDirectoryW(folder.c_str());
+    std::ofstream((folder + L"\\LogEx.kcsv").c_str(), std::ios::binary) << RulesTable();
+
+    ::LoadLibraryW(L"riched20.dll");
+    vrl::App().folders.program = folder;
+    vrl::App().folders.game = folder;
+    vrl::App().settings.enLogExtender_FullLog = 1;
+    vrl::CLogExtenderDlg log;
+    if (!log.Create()) {
+        std::printf("the log window could not be created\n");
+        return 1;
+    }
+    if (!hidden) {
+        log.Show(SW_SHOW);
+        log.Child().Show(SW_SHOW);
+    }
+    HWND nullReceiver = CreateNullReceiver();
+
+    std::thread sender(Measure, log.Handle(), nullReceiver, ::GetCurrentThreadId(), growth);
+    MSG msg;
+    while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
+        ::TranslateMessage(&msg);
+        ::DispatchMessageW(&msg);
+    }
+    sender.join();
+    log.DestroyWindows();
+    ::DestroyWindow(nullReceiver);
+    ::DeleteFileW((folder + L"\\LogEx.kcsv").c_str());
+    ::RemoveDirectoryW(folder.c_str());
+    return 0;
+}
