@@ -4,6 +4,7 @@
 
 #include "app/about_box_win.h"
 #include "app/app_state_win.h"
+#include "app/command_ids.h"
 #include "app/error_box_win.h"
 #include "app/frame_texts.h"
 #include "app/game_launch_win.h"
@@ -19,26 +20,6 @@ namespace {
 constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
 constexpr DWORD kFrameExStyle = WS_EX_APPWINDOW | WS_EX_WINDOWEDGE;
 constexpr DWORD kStatusStaticStyle = WS_CHILD | WS_VISIBLE | WS_BORDER;
-
-// Command and hotkey ids; the main frame owns this one id space.
-enum CommandId : WORD {
-    kCmdExit = 32776,
-    kCmdScreenshotFirst = 33000,
-    kCmdScreenshotLast = 33099,
-    kCmdPlacementFirst = 34000,
-    kCmdPlacementLast = 34099,
-    kCmdShowMusicPanel = 34100,
-    kCmdShowVstEditor = 34101,
-    kCmdShowQuickSearch = 34102,
-    kCmdShowFullLog = 34103,
-    kCmdShowExtractedLog = 34104,
-    kCmdShowPetInfo = 34105,
-    kCmdShowItemInfo = 34106,
-    kCmdStartSettingsEditor = 34107,
-    kCmdAbout = 34108,
-    kCmdAboutFrameBase = 57664,
-    kCmdExitFrameBase = 57665,
-};
 
 void PressNumLock() {
     INPUT keys[2] = {};

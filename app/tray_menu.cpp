@@ -92,10 +92,10 @@ MenuEntries ScreenshotMenu(int screenSlot, int language) {
     MenuEntries menu;
     for (int range = 1; range < kScreenshotRangeCount; ++range) {
         if (range == 3) menu.push_back(Separator());
-        menu.push_back(Command(kCmdScreenshotAuto + static_cast<unsigned>(range), kRangeNames[range], language));
+        menu.push_back(Command(kCmdScreenshotFirst + static_cast<unsigned>(range), kRangeNames[range], language));
     }
     menu.push_back(Separator());
-    menu.push_back(Command(kCmdScreenshotAuto, AutoDetectText(screenSlot, language)));
+    menu.push_back(Command(kCmdScreenshotFirst, AutoDetectText(screenSlot, language)));
     return menu;
 }
 
@@ -119,7 +119,7 @@ TrayMenuModel BuildTrayMenu(const AppSettings& settings, std::u16string_view sta
     menu.push_back({MenuEntry::Kind::PlacementSubmenu, 0, kWindowPlacement.Get(language)});
     if (settings.enScreenshot) menu.push_back({MenuEntry::Kind::ScreenshotSubmenu, 0, kScreenshot.Get(language)});
     menu.push_back(Separator());
-    add(true, kCmdConfig, kConfig);
+    add(true, kCmdStartSettingsEditor, kConfig);
     add(true, kCmdAbout, kAbout);
     menu.push_back(Separator());
     menu.push_back(Command(kCmdExit, ExitText(language)));

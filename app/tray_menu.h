@@ -7,28 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "app/command_ids.h"
 #include "settings/app_settings.h"
 #include "ui/lang_text.h"
 
 namespace vrl::tray_menu {
-
-// Command ids of the tray items; the main frame owns the id space and acts on them.
-enum CommandId : unsigned {
-    kCmdExit = 32776,
-    kCmdScreenshotAuto = 33000,  // range = id - 33000
-    kCmdPlacementSave = 34000,
-    kCmdPlacementRestore = 34001,
-    kCmdPlacementReset = 34004,
-    kCmdShowMusicPanel = 34100,
-    kCmdShowVstEditor = 34101,
-    kCmdShowQuickSearch = 34102,
-    kCmdShowFullLog = 34103,
-    kCmdShowExtractedLog = 34104,
-    kCmdShowPetInfo = 34105,
-    kCmdShowItemInfo = 34106,
-    kCmdConfig = 34107,
-    kCmdAbout = 34108,
-};
 
 inline constexpr int kScreenshotRangeCount = 12;
 
