@@ -56,9 +56,9 @@ private:
 // Polls until a top-level window of that class (and title, when given) exists; null after `ms`.
 HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD ms);
 // The frame of the running companion.
-HWND WaitForFrame(DWORD ms = 10000);
+HWND WaitForFrame(DWORD ms = 30000);
 // The demo game's main window.
-HWND WaitForGameWindow(DWORD ms = 10000);
+HWND WaitForGameWindow(DWORD ms = 30000);
 
 struct MessageBoxSeen {
     HWND window = nullptr;
