@@ -45,17 +45,25 @@ inline std::wstring ModuleFolder(HMODULE module) {
     return slash == std::wstring::npos ? std::wstring() : path.substr(0, slash);
 }
 
-// Appends one line (UTF-8, CR LF). One write to a file opened for appending only, so lines that
-// several processes append at once stay whole.
+// Appends one line (UTF-8, CR LF). One write to a file opened for appending only, under a named
+// mutex: Wine appends by seeking to the end and writing, so two writers (the game and the module
+// in one process, or several processes) could otherwise overwrite each other's lines.
 inline void AppendLine(const std::wstring& path, const std::string& line) {
     if (path.empty()) return;
+    HANDLE lock = CreateMutexW(nullptr, FALSE, L"Local\\VrlSimTranscriptAppend");
+    if (lock) WaitForSingleObject(lock, 5000);
     HANDLE file = CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                               nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return;
-    const std::string text = line + "\r\n";
-    DWORD written = 0;
-    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    CloseHandle(file);
+    if (file != INVALID_HANDLE_VALUE) {
+        const std::string text = line + "\r\n";
+        DWORD written = 0;
+        WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+        CloseHandle(file);
+    }
+    if (lock) {
+        ReleaseMutex(lock);
+        CloseHandle(lock);
+    }
 }
 
 inline std::string Hex(unsigned long long value) {
