@@ -36,16 +36,6 @@ void Trace(const std::string& line) {
     CloseHandle(file);
 }
 
-std::string Utf8(const std::wstring& text) {
-    if (text.empty()) return std::string();
-    const int n = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                      nullptr, 0, nullptr, nullptr);
-    std::string out(static_cast<std::size_t>(n), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &out[0], n,
-                        nullptr, nullptr);
-    return out;
-}
-
 std::wstring PathArgument(const void* file, bool wide) {
     if (!file) return std::wstring();
     if (wide) return static_cast<const wchar_t*>(file);

@@ -9,12 +9,14 @@
 
 #include <string>
 
+#include "sim/common/sim_io_win.h"
+
 namespace vrlsim {
 
 // Appends one line (a newline is added).
 void Trace(const std::string& line);
 
-std::string Utf8(const std::wstring& text);
+using vrl::sim::Utf8;
 // A path argument as the caller passed it: wide when `wide`, else in the ANSI code page.
 std::wstring PathArgument(const void* file, bool wide);
 // `text` quoted, for the trace.

@@ -9,17 +9,9 @@
 
 #include <string>
 
-namespace {
+#include "sim/common/sim_io_win.h"
 
-std::string Utf8(const std::wstring& text) {
-    if (text.empty()) return std::string();
-    const int n = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                      nullptr, 0, nullptr, nullptr);
-    std::string out(static_cast<std::size_t>(n), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &out[0], n,
-                        nullptr, nullptr);
-    return out;
-}
+namespace {
 
 std::wstring OneLine(const wchar_t* text) {
     std::wstring out;
@@ -59,7 +51,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
 
     const std::string line = "RemoteTalk hidden=" + std::to_string(show == SW_HIDE) +
                              " show=" + std::to_string(show) +
-                             " cmdline=" + Utf8(OneLine(GetCommandLineW())) + "\n";
+                             " cmdline=" + vrl::sim::Utf8(OneLine(GetCommandLineW())) + "\n";
     Append(OwnFolder() + L"\\RemoteTalk.log", line);
 
     wchar_t transcript[MAX_PATH * 2] = {};
