@@ -9,12 +9,19 @@
 namespace e2e {
 namespace {
 
+// A new, empty folder. Wine hands out the same process ids again soon, so the id alone would give a
+// later test the folder (and the transcripts) of an earlier one: the folder must be created here.
 std::wstring TempRoot() {
     wchar_t temp[MAX_PATH] = {};
     ::GetTempPathW(MAX_PATH, temp);
-    static LONG counter = 0;
-    const LONG n = ::InterlockedIncrement(&counter);
-    return std::wstring(temp) + L"vrl-e2e-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(n);
+    LARGE_INTEGER now{};
+    ::QueryPerformanceCounter(&now);
+    for (unsigned n = 0;; ++n) {
+        const std::wstring root = std::wstring(temp) + L"vrl-e2e-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                                  std::to_wstring(now.QuadPart % 1000000) + L"-" + std::to_wstring(n);
+        if (::CreateDirectoryW(root.c_str(), nullptr)) return root;
+        if (::GetLastError() != ERROR_ALREADY_EXISTS) throw std::runtime_error("cannot create " + Utf8(root));
+    }
 }
 
 void MustCopy(const std::wstring& from, const std::wstring& to) {
@@ -33,6 +40,26 @@ void WriteMarkerlessCopy(const std::wstring& from, const std::wstring& to) {
     const std::string marker("hspwnd0\0", 8);
     for (size_t at = bytes.find(marker); at != std::string::npos; at = bytes.find(marker, at + 1)) bytes[at] = 'x';
     WriteFile(to, bytes);
+}
+
+void RemoveTree(const std::wstring& folder) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            const std::wstring name = found.cFileName;
+            if (name == L"." || name == L"..") continue;
+            const std::wstring path = folder + L"\\" + name;
+            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+                RemoveTree(path);
+            } else {
+                ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+                ::DeleteFileW(path.c_str());
+            }
+        } while (::FindNextFileW(search, &found));
+        ::FindClose(search);
+    }
+    ::RemoveDirectoryW(folder.c_str());
 }
 
 }  // namespace
@@ -81,6 +108,18 @@ bool Install::ProgramFileExists(const std::wstring& name) const {
     return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+Install::Install(Install&& other) noexcept
+    : root(std::move(other.root)), gameFolder(std::move(other.gameFolder)),
+      programFolder(std::move(other.programFolder)), gameExe(std::move(other.gameExe)),
+      transcript(std::move(other.transcript)) {
+    other.root.clear();
+}
+
+// Best effort: a program of the test that still runs keeps its files, and the folder stays.
+Install::~Install() {
+    if (!root.empty()) RemoveTree(root);
+}
+
 Install MakeInstall(const InstallOptions& options) {
     Install install;
     install.root = TempRoot();
@@ -88,7 +127,6 @@ Install MakeInstall(const InstallOptions& options) {
     install.programFolder = install.gameFolder + L"\\Vorrel";
     install.gameExe = install.gameFolder + L"\\DemoGame.exe";
     install.transcript = install.root + L"\\transcript.txt";
-    ::CreateDirectoryW(install.root.c_str(), nullptr);
     ::CreateDirectoryW(install.gameFolder.c_str(), nullptr);
     ::CreateDirectoryW(install.programFolder.c_str(), nullptr);
 
@@ -142,6 +180,11 @@ HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD ms) {
 HWND WaitForFrame(DWORD ms) { return WaitForWindow(L"VorrelUI", L"Vorrel", ms); }
 
 HWND WaitForGameWindow(DWORD ms) { return WaitForWindow(L"hspwnd0", nullptr, ms); }
+
+void LetTheCompanionSeeTheGame(HWND game) {
+    WaitUntil([&] { return ::IsWindowVisible(game) != FALSE; }, 10000);
+    ::Sleep(500);
+}
 
 MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms) {
     MessageBoxSeen seen;

@@ -13,7 +13,15 @@ namespace e2e {
 // Folder of the running test program: the build's bin folder with VrlBoot.exe and the stand-ins.
 std::wstring BinFolder();
 
+// A game folder of its own, laid out as a player's; removed with everything in it at the end.
 struct Install {
+    Install() = default;
+    Install(Install&& other) noexcept;
+    Install(const Install&) = delete;
+    Install& operator=(const Install&) = delete;
+    Install& operator=(Install&&) = delete;
+    ~Install();
+
     std::wstring root;           // the temporary folder
     std::wstring gameFolder;     // root\<game folder name>
     std::wstring programFolder;  // gameFolder\Vorrel
@@ -59,6 +67,9 @@ HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD ms);
 HWND WaitForFrame(DWORD ms = 30000);
 // The demo game's main window.
 HWND WaitForGameWindow(DWORD ms = 30000);
+// Waits until the companion's game watch (a 100 ms timer) has had time to take `game` as the game
+// window: it must be visible for a few ticks. A game that goes before that counts as never found.
+void LetTheCompanionSeeTheGame(HWND game);
 
 struct MessageBoxSeen {
     HWND window = nullptr;
