@@ -23,6 +23,15 @@ vrl_wine_session_end() {
 }
 trap vrl_wine_session_end EXIT
 
+# Whether the desktop process of this prefix runs (other sessions may have theirs).
+vrl_desktop_up() {
+  local pid
+  for pid in $(pgrep -f 'explorer.exe /desktop'); do
+    tr '\0' '\n' <"/proc/$pid/environ" 2>/dev/null | grep -qx "WINEPREFIX=$WINEPREFIX" && return 0
+  done
+  return 1
+}
+
 # First start creates the prefix (about ten seconds); afterwards a sleeper keeps the server warm.
 /usr/lib/wine/wine64 wineboot -i >/dev/null 2>&1 || true
 # Every program runs inside one virtual desktop: windows get their frames (X11 without a window
@@ -38,14 +47,20 @@ if ! /usr/lib/wine/wine64 reg query 'HKCU\Software\Wine\Explorer' /v Desktop >/d
     /usr/lib/wine/wine64 reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
       /v "$face" /t REG_MULTI_SZ /d 'ipagp.ttf,IPAPGothic' /f >/dev/null 2>&1
   done
-  # The desktop in force was made before the setting: start the server afresh.
-  /usr/lib/wine/wineserver -k 2>/dev/null; /usr/lib/wine/wineserver -w 2>/dev/null
 fi
+# Start afresh, so that nothing of the set-up is still closing when the session begins: the
+# desktop process ends a few seconds after the last program with a window has gone, and a program
+# started while it goes away is handed a desktop that no longer exists (it dies of an X error, or
+# never gets its window). The sleeper below keeps a hidden window, and so the desktop, for the whole
+# session.
+/usr/lib/wine/wineserver -k 2>/dev/null; /usr/lib/wine/wineserver -w 2>/dev/null
 _vrl_keepalive=${VRL_KEEPALIVE:-$_vrl_root/build/win64/bin/vrl_keepalive.exe}
 if [[ -f $_vrl_keepalive ]]; then
-  /usr/lib/wine/wine64 "$_vrl_keepalive" >/dev/null 2>&1 &
+  # Its output goes nowhere: a desktop process first started by a test program would inherit that
+  # test's output pipe and keep CTest waiting after the test ended.
+  /usr/lib/wine/wine64 "$_vrl_keepalive" >/dev/null 2>&1 </dev/null &
   _vrl_keepalive_pid=$!
+  for _ in $(seq 150); do vrl_desktop_up && break; sleep 0.1; done
+else
+  /usr/lib/wine/wine64 cmd /c exit >/dev/null 2>&1 </dev/null || true
 fi
-# Bring the desktop up now, with its output going nowhere: a desktop process first started by a
-# test program would inherit that test's output pipe and keep CTest waiting after the test ended.
-/usr/lib/wine/wine64 cmd /c exit >/dev/null 2>&1 </dev/null || true
