@@ -39,6 +39,11 @@ extern "C" int VrlModuleVersion() { return 1; }
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH) {
         DisableThreadLibraryCalls(instance);
+        // Wine sets up the display of a process the first time a thread asks for a device context,
+        // and two threads doing that at once can deadlock (and with them every later program
+        // that waits for the display). The game's main thread is about to make its window while
+        // the worker starts looking for it, so the display is set up here, before either runs.
+        ReleaseDC(nullptr, GetDC(nullptr));
         if (HANDLE thread = CreateThread(nullptr, 0, Worker, instance, 0, nullptr)) CloseHandle(thread);
     }
     return TRUE;
