@@ -26,8 +26,7 @@ void StartGame(Running& run, std::unique_ptr<Companion>& companion, const std::s
     run.game = e2e::WaitForGameWindow();
     ASSERT_TRUE(run.frame);
     ASSERT_TRUE(run.game);
-    // The game watch has found the game once the first ticks have passed.
-    ::Sleep(300);
+    e2e::LetTheCompanionSeeTheGame(run.game);
 }
 
 bool IsProcessAlive(HWND window) {

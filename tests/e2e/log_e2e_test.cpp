@@ -72,6 +72,7 @@ struct LogSession {
             transcript = install.ReadTranscript();
             return transcript.find("module: end of scenario") != std::string::npos;
         }, 20000);
+        EXPECT_NE(transcript.find("module: end of scenario"), std::string::npos) << transcript;
         return transcript;
     }
 

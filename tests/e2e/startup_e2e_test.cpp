@@ -64,7 +64,7 @@ TEST(Startup, AGoodGameStartsWithTheModuleLoadedFirstAndEndsTheCompanion) {
     HWND frame = e2e::WaitForFrame();
     ASSERT_TRUE(frame);
     HWND game = e2e::WaitForGameWindow();
-    ASSERT_TRUE(game);
+    ASSERT_TRUE(game) << install.ReadTranscript() << e2e::Utf8(e2e::WaitForMessageBox(companion.ProcessId(), 0).text);
 
     // The frame: class, title, 40 extra bytes, never visible, the two status statics in their slots.
     EXPECT_EQ(::GetClassLongW(frame, GCL_CBWNDEXTRA), 40u);
@@ -85,10 +85,11 @@ TEST(Startup, AGoodGameStartsWithTheModuleLoadedFirstAndEndsTheCompanion) {
     EXPECT_NE(transcript.find("game: constructor VrlDLL.dll loaded"), std::string::npos) << transcript;
     EXPECT_EQ(transcript.find("VrlDLL.dll absent"), std::string::npos) << transcript;
 
+    e2e::LetTheCompanionSeeTheGame(game);
     ::PostMessageW(game, WM_CLOSE, 0, 0);
     ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(game); }, 5000));
     const ULONGLONG closed = ::GetTickCount64();
-    EXPECT_EQ(companion.WaitExit(5000), 1u);
+    EXPECT_EQ(companion.WaitExit(5000), 1u) << install.ReadTranscript();
     EXPECT_LT(::GetTickCount64() - closed, 1000u) << "the companion follows the game within about half a second";
     EXPECT_FALSE(::FindWindowW(L"VorrelUI", L"Vorrel"));
 }
