@@ -78,18 +78,42 @@ INT_PTR CALLBACK CDialogImplBase::DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPA
     return self->Route(hwnd, msg, wp, lp);
 }
 
+void CDialogImplBase::AnswerAheadOfDialogManager(UINT msg) {
+    aheadMessage_ = msg;
+    if (dialogManagerProc_ || !m_hWnd) return;
+    dialogManagerProc_ = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CDialogImplBase::AheadProc)));
+}
+
+LRESULT CALLBACK CDialogImplBase::AheadProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
+    auto* self = reinterpret_cast<CDialogImplBase*>(::GetWindowLongPtrW(hwnd, DWLP_USER));
+    if (self && msg == self->aheadMessage_) {
+        LRESULT result = 0;
+        if (self->ProcessWindowMessage(hwnd, msg, wp, lp, result)) return result;
+    }
+    // Once WM_NCDESTROY has been handled the window has no object any more: the class procedure
+    // is the dialog manager's.
+    WNDPROC next = self && self->dialogManagerProc_
+                       ? self->dialogManagerProc_
+                       : reinterpret_cast<WNDPROC>(::GetClassLongPtrW(hwnd, GCLP_WNDPROC));
+    return ::CallWindowProcW(next, hwnd, msg, wp, lp);
+}
+
 INT_PTR CDialogImplBase::Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     LRESULT result = 0;
     const bool handled = ProcessWindowMessage(hwnd, msg, wp, lp, result);
     if (msg == WM_NCDESTROY) {
         ::SetWindowLongPtrW(hwnd, DWLP_USER, 0);
+        aheadMessage_ = 0;
+        dialogManagerProc_ = nullptr;
         Detach();
         OnFinalMessage(hwnd);
         return handled ? TRUE : FALSE;
     }
     if (!handled) return FALSE;
     if (AnswersDirectly(msg)) return static_cast<INT_PTR>(result);
-    ::SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, result);
+    // Reading is local; writing asks the Wine server every time.
+    if (::GetWindowLongPtrW(hwnd, DWLP_MSGRESULT) != result) ::SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, result);
     return TRUE;
 }
 

@@ -18,10 +18,22 @@ public:
     INT_PTR DoModalIndirect(const void* dialogTemplate, HWND owner);
     void EndDialog(INT_PTR result) const { ::EndDialog(m_hWnd, result); }
 
+protected:
+    // From the next message on, `msg` goes to ProcessWindowMessage straight from the window
+    // procedure, ahead of the dialog manager, and its result is the answer. For a message that
+    // another program sends often and waits for (a line of the game's log): under Wine the dialog
+    // manager costs several round trips to the server on every message. Only for messages that
+    // the dialog manager does nothing with; call from WM_INITDIALOG or later.
+    void AnswerAheadOfDialogManager(UINT msg);
+
 private:
     static INT_PTR CALLBACK StartDialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
     static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+    static LRESULT CALLBACK AheadProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
     INT_PTR Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
+
+    UINT aheadMessage_ = 0;
+    WNDPROC dialogManagerProc_ = nullptr;
 };
 
 }  // namespace vrl

@@ -129,4 +129,42 @@ TEST(DialogWindow, AnswersThroughTheMessageResult) {
     EXPECT_FALSE(dialog.IsWindow());
 }
 
+// Answers kProbe + 1 ahead of the dialog manager, counting what reaches it each way.
+class AheadDialog : public vrl::CDialogImplBase {
+public:
+    bool ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM, LRESULT& result) override {
+        switch (msg) {
+        case WM_INITDIALOG:
+            AnswerAheadOfDialogManager(kProbe + 1);
+            result = TRUE;
+            return true;
+        case kProbe:
+            result = 99;
+            return true;
+        case kProbe + 1:
+            ++ahead;
+            result = static_cast<LRESULT>(wp) * 2;
+            return true;
+        }
+        return false;
+    }
+    int ahead = 0;
+};
+
+TEST(DialogWindow, AMessageAnsweredAheadOfTheDialogManagerReturnsItsResultDirectly) {
+    vrl::DialogTemplate dialogTemplate;
+    dialogTemplate.Create(u"ahead", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, {u"Arial", 9, 400, false, 0});
+    AheadDialog dialog;
+    for (int round = 0; round < 2; ++round) {  // a second window of the same object is set up again
+        ASSERT_TRUE(dialog.CreateIndirect(dialogTemplate.Data()));
+        const LONG_PTR before = ::GetWindowLongPtrW(dialog.Handle(), DWLP_MSGRESULT);
+        EXPECT_EQ(dialog.Send(kProbe + 1, 21), 42);
+        EXPECT_EQ(::GetWindowLongPtrW(dialog.Handle(), DWLP_MSGRESULT), before) << "not through the message result";
+        EXPECT_EQ(dialog.Send(kProbe), 99) << "other messages still go through the dialog manager";
+        dialog.Destroy();
+        EXPECT_FALSE(dialog.IsWindow());
+    }
+    EXPECT_EQ(dialog.ahead, 2);
+}
+
 }  // namespace
