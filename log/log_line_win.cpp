@@ -95,15 +95,21 @@ void CLogExtenderDlg::WriteNotice(const std::u16string& text) {
 }
 
 void CLogExtenderDlg::ProcessLogLine(const COPYDATASTRUCT* data) {
-    // The game waits for our answer; whatever goes wrong with one line must not end the program.
+    // Whatever goes wrong with one line must not end the program.
     try {
+        // A reload is finished, its bit cleared, before the game gets its answer.
         if (game_link::ReloadRequested(frame_, game_link::kReloadLogRules)) {
             LoadLogRules();
             WriteNotice(log_texts::kRulesReloaded.Get());
             frame_ = game_link::ClearReloadRequest(game_link::kReloadLogRules);
             return;
         }
+        // The game's thread waits in SendMessage until we answer. Once the text is our own copy
+        // (the payload may be the sender's memory), it gets its answer, 1, and the line is handled
+        // while the game goes on. Nothing below waits on another thread, so the next message,
+        // the next line included, is still handled only after this one is in the views.
         const std::u16string text = TextOfCopyData(data);
+        if (::InSendMessage()) ::ReplyMessage(1);
         const std::u16string line = LogLineOf(text);
         if (IsNotice(text)) {
             WriteNotice(line.substr(1));

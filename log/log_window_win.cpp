@@ -221,6 +221,8 @@ void CLogExtenderDlg::OnInitDialog() {
     ::GetClientRect(m_hWnd, &client);
     clientWidth_ = client.right;
     clientHeight_ = client.bottom;
+    // The game waits for every line; the dialog manager has nothing to do with them.
+    AnswerAheadOfDialogManager(WM_COPYDATA);
 }
 
 void CLogExtenderDlg::OnDestroy() {
