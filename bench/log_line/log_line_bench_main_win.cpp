@@ -1,7 +1,8 @@
 // How long the game waits for one log line. A sender thread stands in for the module: it sends
 // each line with SendMessage WM_COPYDATA across threads, alternately to the real full-log window
 // (100 rules, half of them expressions, both views visible) and to a window that only answers 1,
-// so both round trips are measured side by side under the same load. Then 100,000 lines go to the
+// so both round trips are measured side by side under the same load. Then the same in bursts,
+// where each line also waits for the window to finish the one before. Then 100,000 lines go to the
 // log window (or as many as the first argument after "visible"/"hidden" says) to show whether
 // the cost per line stays flat as the views grow.
 
@@ -66,6 +67,9 @@ double SendLine(HWND target, const std::string& line) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
+// Returns once the window's thread has handled everything sent to it before.
+void WaitUntilIdle(HWND window) { ::SendMessageW(window, WM_NULL, 0, 0); }
+
 double Median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
@@ -80,14 +84,33 @@ double Mean(const std::vector<double>& values) {
 void Measure(HWND logWindow, HWND nullReceiver, DWORD uiThread, int growthLines) {
     std::vector<double> toLog, toNull;
     for (int i = 0; i < kSideBySideLines; ++i) {
+        // Each line finds the window idle, as a line of a game in play does: the window answers
+        // before it handles the line, so without this wait a line would find the previous one
+        // still being handled (the bursts below measure that case).
         const std::string line = LineNumber(i);
+        WaitUntilIdle(logWindow);
         toNull.push_back(SendLine(nullReceiver, line));
+        WaitUntilIdle(logWindow);
         toLog.push_back(SendLine(logWindow, line));
     }
-    std::printf("round trip of one line, %d lines side by side (ms):\n", kSideBySideLines);
+    WaitUntilIdle(logWindow);
+    std::printf("round trip of one line that finds the window idle, %d lines side by side (ms):\n",
+                kSideBySideLines);
     std::printf("  receiver that does nothing: median %.3f  mean %.3f\n", Median(toNull), Mean(toNull));
     std::printf("  log window (100 rules):     median %.3f  mean %.3f\n", Median(toLog), Mean(toLog));
     std::printf("  ratio: median %.2f  mean %.2f\n", Median(toLog) / Median(toNull), Mean(toLog) / Mean(toNull));
+
+    // A burst: each line sent as soon as the last one was answered, so that a line also waits for
+    // whatever the window still does with the one before.
+    std::vector<double> burstNull, burstLog;
+    for (int i = 0; i < kSideBySideLines; ++i) burstNull.push_back(SendLine(nullReceiver, LineNumber(i)));
+    for (int i = 0; i < kSideBySideLines; ++i) burstLog.push_back(SendLine(logWindow, LineNumber(i)));
+    WaitUntilIdle(logWindow);
+    std::printf("bursts of %d lines, one after the other (ms):\n", kSideBySideLines);
+    std::printf("  receiver that does nothing: median %.3f  mean %.3f\n", Median(burstNull), Mean(burstNull));
+    std::printf("  log window (100 rules):     median %.3f  mean %.3f\n", Median(burstLog), Mean(burstLog));
+    std::printf("  ratio: median %.2f  mean %.2f\n", Median(burstLog) / Median(burstNull),
+                Mean(burstLog) / Mean(burstNull));
 
     const int blockSize = growthLines >= 10 ? growthLines / 10 : 1;
     std::printf("%d more lines to the log window, mean cost per line by block of %d (ms):\n", growthLines, blockSize);
