@@ -7,6 +7,10 @@ export WINEPREFIX=${VRL_WINEPREFIX:-$_vrl_root/build/wineprefix}
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 export WINEARCH=win64
 mkdir -p "$WINEPREFIX"
+# Without any X resource database, Xlib looks for ~/.Xdefaults again on every lookup, which Wine
+# makes several times for each device context: give it a database of one harmless line.
+printf 'vrl.testSession: 1\n' >"$WINEPREFIX/vrl.Xresources"
+export XENVIRONMENT=$WINEPREFIX/vrl.Xresources
 
 _vrl_display=99
 while [[ -e /tmp/.X${_vrl_display}-lock || -e /tmp/.X11-unix/X${_vrl_display} ]]; do _vrl_display=$((_vrl_display + 1)); done
