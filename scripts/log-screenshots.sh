@@ -5,7 +5,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
-out=${VRL_BUILD_DIR:-$root/build}
+out=$(realpath -m "${VRL_BUILD_DIR:-$root/build}")  # Wine wants absolute paths
 export VRL_WINEPREFIX=${VRL_WINEPREFIX:-$out/wineprefix} VRL_KEEPALIVE=${VRL_KEEPALIVE:-$out/win64/bin/vrl_keepalive.exe}
 bin=$out/win64/bin
 demo=$out/log-demo
