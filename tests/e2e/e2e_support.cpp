@@ -2,77 +2,24 @@
 
 #include <tlhelp32.h>
 
-#include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace e2e {
 namespace {
 
-// A new, empty folder. Wine hands out the same process ids again soon, so the id alone would give a
-// later test the folder (and the transcripts) of an earlier one: the folder must be created here.
-std::wstring TempRoot() {
-    wchar_t temp[MAX_PATH] = {};
-    ::GetTempPathW(MAX_PATH, temp);
-    LARGE_INTEGER now{};
-    ::QueryPerformanceCounter(&now);
-    for (unsigned n = 0;; ++n) {
-        const std::wstring root = std::wstring(temp) + L"vrl-e2e-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
-                                  std::to_wstring(now.QuadPart % 1000000) + L"-" + std::to_wstring(n);
-        if (::CreateDirectoryW(root.c_str(), nullptr)) return root;
-        if (::GetLastError() != ERROR_ALREADY_EXISTS) throw std::runtime_error("cannot create " + Utf8(root));
-    }
-}
-
 void MustCopy(const std::wstring& from, const std::wstring& to) {
     if (!::CopyFileW(from.c_str(), to.c_str(), FALSE)) throw std::runtime_error("cannot copy " + Utf8(from));
 }
 
-void WriteFile(const std::wstring& path, const std::string& bytes) {
-    std::ofstream out(path.c_str(), std::ios::binary | std::ios::trunc);
-    out << bytes;
-}
-
 // A copy of the demo game with every "hspwnd0" replaced, so that the marker is nowhere in the file.
 void WriteMarkerlessCopy(const std::wstring& from, const std::wstring& to) {
-    std::ifstream in(from.c_str(), std::ios::binary);
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::string bytes = vrltest::ReadFileBytes(from);
     const std::string marker("hspwnd0\0", 8);
     for (size_t at = bytes.find(marker); at != std::string::npos; at = bytes.find(marker, at + 1)) bytes[at] = 'x';
-    WriteFile(to, bytes);
-}
-
-void RemoveTree(const std::wstring& folder) {
-    WIN32_FIND_DATAW found{};
-    const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            const std::wstring name = found.cFileName;
-            if (name == L"." || name == L"..") continue;
-            const std::wstring path = folder + L"\\" + name;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-                RemoveTree(path);
-            } else {
-                ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-                ::DeleteFileW(path.c_str());
-            }
-        } while (::FindNextFileW(search, &found));
-        ::FindClose(search);
-    }
-    ::RemoveDirectoryW(folder.c_str());
+    vrltest::WriteFileBytes(to, bytes);
 }
 
 }  // namespace
-
-std::string Utf8(const std::wstring& text) {
-    if (text.empty()) return {};
-    const int size = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
-                                           nullptr, nullptr);
-    std::string out(static_cast<size_t>(size), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), out.data(), size, nullptr,
-                          nullptr);
-    return out;
-}
 
 std::wstring BinFolder() {
     wchar_t path[MAX_PATH] = {};
@@ -90,19 +37,14 @@ void Install::WriteIni(const std::string& extraLines) const {
                                                           wide.data(), static_cast<int>(wide.size()))));
     std::string bytes("\xFF\xFE", 2);
     bytes.append(reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t));
-    WriteFile(ProgramFile(L"Vrl.ini"), bytes);
+    vrltest::WriteFileBytes(ProgramFile(L"Vrl.ini"), bytes);
 }
 
 void Install::WriteProgramFile(const std::wstring& name, const std::string& bytes) const {
-    WriteFile(ProgramFile(name), bytes);
+    vrltest::WriteFileBytes(ProgramFile(name), bytes);
 }
 
-std::string Install::ReadTranscript() const {
-    std::ifstream in(transcript.c_str(), std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
+std::string Install::ReadTranscript() const { return vrltest::ReadFileBytes(transcript); }
 
 bool Install::ProgramFileExists(const std::wstring& name) const {
     return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -117,12 +59,12 @@ Install::Install(Install&& other) noexcept
 
 // Best effort: a program of the test that still runs keeps its files, and the folder stays.
 Install::~Install() {
-    if (!root.empty()) RemoveTree(root);
+    if (!root.empty()) vrltest::RemoveTree(root);
 }
 
 Install MakeInstall(const InstallOptions& options) {
     Install install;
-    install.root = TempRoot();
+    install.root = vrltest::CreateNewFolder(L"vrl-e2e");
     install.gameFolder = install.root + L"\\" + options.gameFolderName;
     install.programFolder = install.gameFolder + L"\\Vorrel";
     install.gameExe = install.gameFolder + L"\\DemoGame.exe";

@@ -8,7 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "tests/common/test_files_win.h"
+
 namespace e2e {
+
+using vrltest::Utf8;
 
 // Folder of the running test program: the build's bin folder with VrlBoot.exe and the stand-ins.
 std::wstring BinFolder();
@@ -97,6 +101,5 @@ bool WaitUntil(Predicate predicate, DWORD ms) {
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();
 
-std::string Utf8(const std::wstring& text);
 
 }  // namespace e2e

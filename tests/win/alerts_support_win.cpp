@@ -7,39 +7,6 @@
 
 namespace vrltest {
 
-std::string Utf8(const std::wstring& text) {
-    if (text.empty()) return std::string();
-    const int n = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                      nullptr, 0, nullptr, nullptr);
-    std::string out(static_cast<std::size_t>(n), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &out[0], n,
-                        nullptr, nullptr);
-    return out;
-}
-
-ScratchFolder::ScratchFolder() {
-    wchar_t temp[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, temp);
-    static unsigned counter = 0;
-    for (;;) {
-        path_ = std::wstring(temp) + L"vrl_alerts_" + std::to_wstring(GetCurrentProcessId()) +
-                L"_" + std::to_wstring(++counter);
-        if (CreateDirectoryW(path_.c_str(), nullptr)) break;
-    }
-}
-
-ScratchFolder::~ScratchFolder() {
-    WIN32_FIND_DATAW found = {};
-    const HANDLE search = FindFirstFileW((path_ + L"\\*").c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            DeleteFileW((path_ + L"\\" + found.cFileName).c_str());
-        } while (FindNextFileW(search, &found));
-        FindClose(search);
-    }
-    RemoveDirectoryW(path_.c_str());
-}
-
 bool CopyStandIn(const std::wstring& subfolder, const std::wstring& name,
                  const std::wstring& folder) {
     wchar_t self[MAX_PATH * 2] = {};
@@ -47,14 +14,6 @@ bool CopyStandIn(const std::wstring& subfolder, const std::wstring& name,
     bin = bin.substr(0, bin.find_last_of(L"\\/"));
     return CopyFileW((bin + L"\\" + subfolder + L"\\" + name).c_str(),
                      (folder + L"\\" + name).c_str(), FALSE) != 0;
-}
-
-void WriteBytes(const std::wstring& path, const std::string& bytes) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(file);
 }
 
 void WriteWav(const std::wstring& path, unsigned milliseconds) {
@@ -68,7 +27,7 @@ void WriteWav(const std::wstring& path, unsigned milliseconds) {
     std::string bytes = "RIFF" + le32(36 + data) + "WAVE";
     bytes += "fmt " + le32(16) + le16(1) + le16(1) + le32(rate) + le32(rate) + le16(1) + le16(8);
     bytes += "data" + le32(data) + std::string(data, '\x80');
-    WriteBytes(path, bytes);
+    WriteFileBytes(path, bytes);
 }
 
 std::vector<std::string> ReadLines(const std::wstring& path) {

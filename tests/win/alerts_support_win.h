@@ -1,35 +1,21 @@
 #pragma once
-// Helpers of the alert and audio library tests: a scratch program folder with the stand-ins
-// copied in, sound files, shortcuts and the stand-ins' trace files.
+// Helpers of the alert and audio library tests: the stand-ins copied into a scratch folder,
+// sound files, shortcuts and the stand-ins' trace files.
 
 #include <windows.h>
 
 #include <string>
 #include <vector>
 
+#include "tests/common/test_files_win.h"
+
 namespace vrltest {
-
-// A fresh folder under the temporary folder, removed with its files at the end.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    const std::wstring& Path() const { return path_; }
-    std::wstring operator/(const std::wstring& name) const { return path_ + L"\\" + name; }
-
-private:
-    std::wstring path_;
-};
 
 // Copies a stand-in built into <bin>\<subfolder> (simbass, simtalk) into `folder`.
 bool CopyStandIn(const std::wstring& subfolder, const std::wstring& name, const std::wstring& folder);
 
 // An 8 kHz mono 8-bit PCM WAV file playing for `milliseconds`.
 void WriteWav(const std::wstring& path, unsigned milliseconds);
-void WriteBytes(const std::wstring& path, const std::string& bytes);
 
 // The lines of a UTF-8 text file; empty when it does not exist.
 std::vector<std::string> ReadLines(const std::wstring& path);
@@ -42,7 +28,5 @@ unsigned long ResultOf(const std::string& line);
 
 // Saves a shell shortcut at `lnkPath` pointing to `target`. COM must be initialised.
 bool MakeShortcut(const std::wstring& lnkPath, const std::wstring& target);
-
-std::string Utf8(const std::wstring& text);
 
 }  // namespace vrltest

@@ -5,18 +5,16 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <fstream>
 
+#include "tests/common/test_files_win.h"
 #include "ui/wide_win.h"
 
 namespace {
 
 std::u16string WriteIni(const char* name, const std::string& bytes) {
-    wchar_t temp[MAX_PATH] = {};
-    ::GetTempPathW(MAX_PATH, temp);
-    const std::wstring path = std::wstring(temp) + L"vrl-settings-" + std::to_wstring(::GetCurrentProcessId()) +
-                              L"-" + std::wstring(name, name + std::strlen(name)) + L".ini";
-    std::ofstream(path.c_str(), std::ios::binary | std::ios::trunc) << bytes;
+    static const vrltest::ScratchFolder folder(L"vrl-settings");
+    const std::wstring path = folder / (std::wstring(name, name + std::strlen(name)) + L".ini");
+    vrltest::WriteFileBytes(path, bytes);
     return vrl::U16(path);
 }
 

@@ -72,7 +72,7 @@ TEST_F(BassBinding, PassesInfoAndErrorCodesThrough) {
     EXPECT_EQ(vrl::Bass().ErrorGetCode(), 2);
 
     const std::wstring text = folder_ / L"notes.wav";
-    vrltest::WriteBytes(text, "just some text, not a sound");
+    vrltest::WriteFileBytes(text, "just some text, not a sound");
     EXPECT_EQ(vrl::Bass().SampleLoad(FALSE, text.c_str(), 0, 0, 1, vrl::kBassUnicode), 0u);
     EXPECT_EQ(std::u16string(vrl::BassErrorName(vrl::Bass().ErrorGetCode())), u"BASS_ERROR_FILEFORM");
 
@@ -91,7 +91,7 @@ TEST_F(BassBinding, StandInServesStreamsTagsAndSoundfonts) {
     const std::string comments = std::string("\x03vorbis") + std::string("\x02\0\0\0", 4) + "me" +
                                  std::string("\x02\0\0\0", 4) + std::string("\x0c\0\0\0", 4) +
                                  "LOOPSTART=10" + std::string("\x0e\0\0\0", 4) + "LOOPLENGTH=200";
-    vrltest::WriteBytes(ogg, "OggS" + std::string(24, '\0') + comments);
+    vrltest::WriteFileBytes(ogg, "OggS" + std::string(24, '\0') + comments);
     const vrl::BassHandle stream = bass.StreamCreateFile(FALSE, ogg.c_str(), 0, 0, vrl::kBassUnicode | vrl::kBassSampleLoop);
     ASSERT_NE(stream, 0u);
     const char* tags = bass.ChannelGetTags(stream, vrl::kBassTagOgg);
@@ -104,14 +104,14 @@ TEST_F(BassBinding, StandInServesStreamsTagsAndSoundfonts) {
 
     // MIDI files open as streams only once the add-on is loaded as a plug-in.
     const std::wstring mid = folder_ / L"town.mid";
-    vrltest::WriteBytes(mid, std::string("MThd\0\0\0\x06\0\0\0\x01\0\x60", 14));
+    vrltest::WriteFileBytes(mid, std::string("MThd\0\0\0\x06\0\0\0\x01\0\x60", 14));
     EXPECT_EQ(bass.StreamCreateFile(FALSE, mid.c_str(), 0, 0, vrl::kBassUnicode), 0u);
     ASSERT_NE(bass.PluginLoad((folder_ / L"bassmidi.dll").c_str(), vrl::kBassUnicode), 0u);
     const vrl::BassHandle midi = bass.StreamCreateFile(FALSE, mid.c_str(), 0, 0, vrl::kBassUnicode);
     ASSERT_NE(midi, 0u);
 
     const std::wstring sf2 = folder_ / L"piano.sf2";
-    vrltest::WriteBytes(sf2, std::string("RIFF\x04\0\0\0sfbk", 12));
+    vrltest::WriteFileBytes(sf2, std::string("RIFF\x04\0\0\0sfbk", 12));
     const vrl::BassMidiFont font = {bass.MidiFontInit(sf2.c_str(), vrl::kBassUnicode), -1, 0};
     ASSERT_NE(font.font, 0u);
     EXPECT_TRUE(bass.MidiStreamSetFonts(0, &font, 1));

@@ -1,6 +1,7 @@
 // KcsvFile against the real file system: loads, safe saves, and the two message boxes.
 
 #include "settings/kcsv.h"
+#include "tests/common/test_files_win.h"
 #include "ui/wide_win.h"
 
 #include <gtest/gtest.h>
@@ -17,30 +18,12 @@ using vrl::W;
 // A fresh folder per test, removed with everything in it afterwards.
 class Folder {
 public:
-    explicit Folder(const std::u16string& name) {
-        wchar_t temp[MAX_PATH];
-        GetTempPathW(MAX_PATH, temp);
-        path_ = std::u16string(vrl::U(temp)) + name;
-        CreateDirectoryW(W(path_), nullptr);
-    }
-    ~Folder() {
-        WIN32_FIND_DATAW found;
-        const HANDLE search = FindFirstFileW(W(path_ + u"\\*"), &found);
-        if (search != INVALID_HANDLE_VALUE) {
-            do {
-                const std::u16string file = path_ + u"\\" + vrl::U(found.cFileName);
-                SetFileAttributesW(W(file), FILE_ATTRIBUTE_NORMAL);
-                DeleteFileW(W(file));
-            } while (FindNextFileW(search, &found));
-            FindClose(search);
-        }
-        RemoveDirectoryW(W(path_));
-    }
-    std::u16string File(const std::u16string& name) const { return path_ + u"\\" + name; }
+    explicit Folder(const std::u16string& stem) : scratch_(vrl::Wstr(stem)) {}
+    std::u16string File(const std::u16string& name) const { return vrl::U16(scratch_ / vrl::Wstr(name)); }
     int FileCount() const {
         int count = 0;
         WIN32_FIND_DATAW found;
-        const HANDLE search = FindFirstFileW(W(path_ + u"\\*"), &found);
+        const HANDLE search = FindFirstFileW((scratch_.Path() + L"\\*").c_str(), &found);
         if (search == INVALID_HANDLE_VALUE) return 0;
         do {
             if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) ++count;
@@ -50,15 +33,11 @@ public:
     }
 
 private:
-    std::u16string path_;
+    vrltest::ScratchFolder scratch_;
 };
 
-void WriteBytes(const std::u16string& path, const std::string& bytes) {
-    const HANDLE file = CreateFileW(W(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    DWORD written = 0;
-    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(file);
+void WriteFileBytes(const std::u16string& path, const std::string& bytes) {
+    vrltest::WriteFileBytes(vrl::Wstr(path), bytes);
 }
 
 std::string ReadBytes(const std::u16string& path) {
@@ -149,11 +128,11 @@ TEST(KcsvFile, MissingEmptyOrForeignFilesKeepTheTableWithoutABox) {
     KcsvFile t = SampleTable();
     EXPECT_FALSE(t.LoadFile(folder.File(u"missing.kcsv")));
     EXPECT_FALSE(t.LoadFile(folder.File(u"no folder\\missing.kcsv")));
-    WriteBytes(folder.File(u"empty.kcsv"), "");
+    WriteFileBytes(folder.File(u"empty.kcsv"), "");
     EXPECT_FALSE(t.LoadFile(folder.File(u"empty.kcsv")));
     ExpectSameTable(t, SampleTable());
 
-    WriteBytes(folder.File(u"bom.kcsv"), "\xEF\xBB\xBF#format,kcsv\r\n#column,a\r\n");
+    WriteFileBytes(folder.File(u"bom.kcsv"), "\xEF\xBB\xBF#format,kcsv\r\n#column,a\r\n");
     EXPECT_FALSE(t.LoadFile(folder.File(u"bom.kcsv")));
     EXPECT_TRUE(t.Columns().empty());
 }
@@ -161,7 +140,7 @@ TEST(KcsvFile, MissingEmptyOrForeignFilesKeepTheTableWithoutABox) {
 TEST(KcsvFile, FileHeldOpenForWritingShowsTheWarningBox) {
     Folder folder(u"vrl_kcsv_busy");
     const std::u16string path = folder.File(u"LogEx.kcsv");
-    WriteBytes(path, "#format,kcsv\r\n#column,keyword\r\nally\r\n");
+    WriteFileBytes(path, "#format,kcsv\r\n#column,keyword\r\nally\r\n");
     const HANDLE writer = CreateFileW(W(path), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                       OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(writer, INVALID_HANDLE_VALUE);
@@ -179,7 +158,7 @@ TEST(KcsvFile, ReadOnlyTargetShowsTheWriteBoxAndStaysIntact) {
     Folder folder(u"vrl_kcsv_readonly");
     const std::u16string path = folder.File(u"Volume.kcsv");
     const std::string old = "#format,kcsv\r\n#column,File,Volume\r\nold.ogg,70\r\n";
-    WriteBytes(path, old);
+    WriteFileBytes(path, old);
     SetFileAttributesW(W(path), FILE_ATTRIBUTE_READONLY);
     BoxCloser closer(L"Vorrel");
     EXPECT_FALSE(SampleTable().SaveFile(path));
@@ -194,7 +173,7 @@ TEST(KcsvFile, TargetHeldOpenByAReaderStaysIntact) {
     Folder folder(u"vrl_kcsv_locked");
     const std::u16string path = folder.File(u"PetInfo.kcsv");
     const std::string old = "#format,kcsv\r\n#option,iFilterIndex:1\r\n#column\r\n";
-    WriteBytes(path, old);
+    WriteFileBytes(path, old);
     const HANDLE reader = CreateFileW(W(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(reader, INVALID_HANDLE_VALUE);
     BoxCloser closer(L"Vorrel");

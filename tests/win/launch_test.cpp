@@ -8,12 +8,18 @@
 #include <tlhelp32.h>
 #include <windows.h>
 
+#include "tests/common/test_files_win.h"
+
 #include <string>
 #include <vector>
 
 namespace {
 
 using vrl::AppFolders;
+using vrltest::ReadFileBytes;
+using vrltest::Utf8;
+using vrltest::WriteFileBytes;
+using TempFolder = vrltest::ScratchFolder;
 
 std::wstring BinFolder() {
     wchar_t path[MAX_PATH] = {};
@@ -27,67 +33,6 @@ std::string Ansi(const std::wstring& text) {
     WideCharToMultiByte(CP_ACP, 0, text.c_str(), -1, buffer, sizeof(buffer), nullptr, nullptr);
     return buffer;
 }
-
-std::string Utf8(const std::wstring& text) {
-    char buffer[1024] = {};
-    WideCharToMultiByte(CP_UTF8, 0, text.c_str(), -1, buffer, sizeof(buffer), nullptr, nullptr);
-    return buffer;
-}
-
-std::string ReadFileBytes(const std::wstring& path) {
-    std::string content;
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                              0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return content;
-    char chunk[4096];
-    DWORD read = 0;
-    while (ReadFile(file, chunk, sizeof(chunk), &read, nullptr) && read > 0) content.append(chunk, read);
-    CloseHandle(file);
-    return content;
-}
-
-void WriteFileBytes(const std::wstring& path, const std::string& content) {
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    DWORD written = 0;
-    WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
-    CloseHandle(file);
-}
-
-// A fresh folder under the temporary folder, removed with everything in it afterwards.
-class TempFolder {
-public:
-    explicit TempFolder(const std::wstring& leaf) {
-        wchar_t temp[MAX_PATH] = {};
-        GetTempPathW(MAX_PATH, temp);
-        path_ = std::wstring(temp) + L"vrl_launch_" + std::to_wstring(GetCurrentProcessId()) + L"_" + leaf;
-        CreateDirectoryW(path_.c_str(), nullptr);
-    }
-    ~TempFolder() { Remove(path_); }
-    const std::wstring& path() const { return path_; }
-    std::wstring operator/(const std::wstring& name) const { return path_ + L'\\' + name; }
-
-private:
-    static void Remove(const std::wstring& folder) {
-        WIN32_FIND_DATAW found;
-        HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-        if (search != INVALID_HANDLE_VALUE) {
-            do {
-                const std::wstring name = found.cFileName;
-                if (name == L"." || name == L"..") continue;
-                const std::wstring path = folder + L'\\' + name;
-                if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-                    Remove(path);
-                } else {
-                    DeleteFileW(path.c_str());
-                }
-            } while (FindNextFileW(search, &found));
-            FindClose(search);
-        }
-        RemoveDirectoryW(folder.c_str());
-    }
-    std::wstring path_;
-};
 
 int CountProcesses(const wchar_t* exeName) {
     int count = 0;
@@ -135,7 +80,7 @@ private:
 };
 
 TEST(HspMarkerScan, ReadsOnlyTheFirst16MiBAndFindsAMarkerEndingAtItsLastByte) {
-    TempFolder folder(L"scan");
+    TempFolder folder(L"vrl_launch_scan");
     const std::string marker("hspwnd0\0", 8);
     std::string content(vrl::kHspScanLimit + 4096, 'x');
 
@@ -159,17 +104,17 @@ TEST(HspMarkerScan, ReadsOnlyTheFirst16MiBAndFindsAMarkerEndingAtItsLastByte) {
 }
 
 TEST(MusicFiles, CopiesOnlyMissingTargetsAndOnlyWithTheMusicExtender) {
-    TempFolder game(L"music");
+    TempFolder game(L"vrl_launch_music");
     for (const wchar_t* sub : {L"sound", L"user", L"user\\music"}) CreateDirectoryW((game / sub).c_str(), nullptr);
     WriteFileBytes(game / L"sound\\orc04.mid", "march");
     WriteFileBytes(game / L"sound\\PSML514.MID", "unrest");
     WriteFileBytes(game / L"user\\music\\PSML514_Unrest.MID", "edited by the player");
     // sound\morning_breeze.mid is missing: its copy fails quietly.
 
-    vrl::PrepareMusicFiles(game.path(), false);
+    vrl::PrepareMusicFiles(game.Path(), false);
     EXPECT_EQ(GetFileAttributesW((game / L"user\\music\\orc04_March3.mid").c_str()), INVALID_FILE_ATTRIBUTES);
 
-    vrl::PrepareMusicFiles(game.path(), true);
+    vrl::PrepareMusicFiles(game.Path(), true);
     EXPECT_EQ(ReadFileBytes(game / L"user\\music\\orc04_March3.mid"), "march");
     EXPECT_EQ(ReadFileBytes(game / L"user\\music\\PSML514_Unrest.MID"), "edited by the player");
     EXPECT_EQ(GetFileAttributesW((game / L"user\\music\\morning_breeze_Town6.mid").c_str()), INVALID_FILE_ATTRIBUTES);
@@ -197,7 +142,7 @@ TEST(ModulePath, IsCutToTheBufferOf260Bytes) {
 }
 
 TEST(ProcessWithDll, LoadsTheModuleBeforeTheGamesConstructorsAndEntry) {
-    TempFolder folder(L"inject");
+    TempFolder folder(L"vrl_launch_inject");
     SimEnvironment sim(folder, "# the module ends the game once it is connected\nexit\n");
     const std::wstring game = BinFolder() + L"\\DemoGame.exe";
     const std::string dll = Ansi(BinFolder() + L"\\VrlDLL.dll");
@@ -220,7 +165,7 @@ TEST(ProcessWithDll, LoadsTheModuleBeforeTheGamesConstructorsAndEntry) {
 }
 
 TEST(ProcessWithDll, WithoutItTheDemoGameSeesNoModule) {
-    TempFolder folder(L"plain");
+    TempFolder folder(L"vrl_launch_plain");
     SimEnvironment sim(folder, "");
     const std::wstring game = BinFolder() + L"\\DemoGame.exe";
     STARTUPINFOW startup{};
@@ -262,7 +207,7 @@ TEST(ProcessWithDll, FailsAndLeavesNoProcessWhenTheDllCannotBeUsed) {
 // The whole launch from a program folder named in Japanese inside a game folder named in
 // Japanese: the ANSI code page may not hold these characters, and the module must still load.
 TEST(LaunchGame, StartsTheGameFromJapaneseFoldersWithTheModuleLoaded) {
-    TempFolder root(L"jp");
+    TempFolder root(L"vrl_launch_jp");
     const std::wstring gameFolder = root / L"モルヴァ";
     const std::wstring programFolder = gameFolder + L"\\ヴォレル";
     ASSERT_TRUE(CreateDirectoryW(gameFolder.c_str(), nullptr));
@@ -302,7 +247,7 @@ TEST(LaunchGame, StartsTheGameFromJapaneseFoldersWithTheModuleLoaded) {
 }
 
 TEST(LaunchGame, DoesNotStartAProgramWithoutTheMarker) {
-    TempFolder root(L"nomarker");
+    TempFolder root(L"vrl_launch_nomarker");
     const std::wstring programFolder = root / L"Vorrel";
     CreateDirectoryW(programFolder.c_str(), nullptr);
     ASSERT_TRUE(CopyFileW((BinFolder() + L"\\VrlConfig.exe").c_str(), (root / L"NotAGame.exe").c_str(), FALSE));

@@ -37,7 +37,7 @@ protected:
         vrl::App().folders.program = folder_.Path();
         vrl::App().folders.game = folder_.Path();
         vrl::App().settings.enLogExtender_FullLog = 1;
-        vrltest::WriteBytes(folder_ / L"LogEx.kcsv", kRules);
+        vrltest::WriteFileBytes(folder_ / L"LogEx.kcsv", kRules);
         GetCurrentDirectoryW(MAX_PATH, previous_);
         SetCurrentDirectoryW(folder_.Path().c_str());
     }
@@ -125,7 +125,7 @@ TEST_F(LogWindow, NoticesGoToBothViewsWithoutTheirMarkInTheColourThatReadsOnTheB
     EXPECT_EQ(Text(extracted_), L"Saved. ally\r") << "notices are not tested against the rules";
     EXPECT_EQ(ColourOf(full_, L"Saved."), kWhite) << "black background";
 
-    vrltest::WriteBytes(folder_ / L"LogEx.kcsv", "#format,kcsv\r\n#option,bkcolor:#f0f0f0\r\n#column,keyword\r\n");
+    vrltest::WriteFileBytes(folder_ / L"LogEx.kcsv", "#format,kcsv\r\n#option,bkcolor:#f0f0f0\r\n#column,keyword\r\n");
     log_.LoadLogRules();
     Send("!Light");
     EXPECT_EQ(ColourOf(extracted_, L"Light"), 0u);

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "tests/common/test_files_win.h"
+
 #include <string>
 #include <vector>
 
@@ -21,24 +23,6 @@ std::wstring BinFolder() {
     return folder.substr(0, folder.rfind(L'\\'));
 }
 
-std::string ReadText(const std::wstring& path) {
-    std::string content;
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                              0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return content;
-    char chunk[4096];
-    DWORD read = 0;
-    while (ReadFile(file, chunk, sizeof(chunk), &read, nullptr) && read > 0) content.append(chunk, read);
-    CloseHandle(file);
-    return content;
-}
-
-void WriteText(const std::wstring& path, const std::string& content) {
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written = 0;
-    WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
-    CloseHandle(file);
-}
 
 bool Contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
@@ -111,7 +95,7 @@ bool PumpUntil(const std::wstring& transcript, const std::string& line, DWORD ti
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
-        if (Contains(ReadText(transcript), line)) return true;
+        if (Contains(vrltest::ReadFileBytes(transcript), line)) return true;
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
     }
     return false;
@@ -141,7 +125,7 @@ protected:
         SetEnvironmentVariableW(L"VRL_SIM_CONNECT_MS", nullptr);
     }
     void StartGame(const std::string& scenario) {
-        WriteText(scenario_, scenario);
+        vrltest::WriteFileBytes(scenario_, scenario);
         const std::wstring game = BinFolder() + L"\\DemoGame.exe";
         char dll[MAX_PATH] = {};
         WideCharToMultiByte(CP_ACP, 0, (BinFolder() + L"\\VrlDLL.dll").c_str(), -1, dll, MAX_PATH, nullptr, nullptr);
@@ -150,7 +134,7 @@ protected:
         ASSERT_TRUE(vrl::CreateProcessWithDllW(game.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                                &startup, &game_, dll));
     }
-    std::string Transcript() const { return ReadText(transcript_); }
+    std::string Transcript() const { return vrltest::ReadFileBytes(transcript_); }
 
     std::wstring transcript_;
     std::wstring scenario_;

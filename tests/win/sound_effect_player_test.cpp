@@ -98,7 +98,7 @@ TEST_F(SoundEffects, FourthSoundCutsOffTheFirst) {
 }
 
 TEST_F(SoundEffects, FailedLoadEmptiesItsSlotAndTheNextSoundTakesIt) {
-    vrltest::WriteBytes(folder_ / L"bad.wav", "not a sound");
+    vrltest::WriteFileBytes(folder_ / L"bad.wav", "not a sound");
     vrl::SoundEffectPlayer player(nullptr, 2);
     ASSERT_TRUE(player.PlaySoundEffect(Sound(L"a.wav"), 1.0f));
     ASSERT_TRUE(player.PlaySoundEffect(Sound(L"b.wav"), 1.0f));
@@ -127,7 +127,7 @@ TEST_F(SoundEffects, SlotCountIsBroughtIntoOneToThree) {
 
 TEST_F(SoundEffects, ShortcutPlaysItsTarget) {
     ASSERT_TRUE(vrltest::MakeShortcut(folder_ / L"alarm.lnk", folder_ / L"c.wav"));
-    vrltest::WriteBytes(folder_ / L"broken.lnk", "no shell link in here");
+    vrltest::WriteFileBytes(folder_ / L"broken.lnk", "no shell link in here");
     vrl::SoundEffectPlayer player(nullptr, 3);
     EXPECT_TRUE(player.PlaySoundEffect(Sound(L"alarm.lnk"), 1.0f));
     EXPECT_FALSE(player.PlaySoundEffect(Sound(L"broken.lnk"), 1.0f));
