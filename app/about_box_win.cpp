@@ -7,7 +7,6 @@
 #include "app/resources/resource_ids.h"
 #include "ui/lang_text.h"
 #include "ui/panel_style.h"
-#include "ui/panel_win.h"
 #include "ui/wide_win.h"
 
 namespace vrl {
@@ -83,17 +82,11 @@ INT_PTR CAboutBox::Open() {
         return 0;
     }
     const DialogTemplate dialogTemplate = BuildTemplate(language, LinkControlAvailable());
-    CAboutBox box(dialogTemplate.Font());
-    return box.DoModalIndirect(dialogTemplate.Data(), ::GetActiveWindow());
+    CAboutBox box;
+    return box.DoModalIndirect(dialogTemplate, ::GetActiveWindow());
 }
 
-bool CAboutBox::ProcessWindowMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
-    if (!fontInstalled_) {
-        // The first message comes before the controls exist: the moment to make sure the box
-        // gets the template's character set.
-        fontInstalled_ = true;
-        InstallTemplateFont(hwnd, font_);
-    }
+bool CAboutBox::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
     result = 0;
     switch (msg) {
     case WM_INITDIALOG:

@@ -33,14 +33,11 @@ public:
     bool ProcessWindowMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) override;
 
 private:
-    explicit CAboutBox(const DialogFont& font) : font_(font) {}
+    CAboutBox() = default;
 
     void OnInitDialog();
     void OnLinkNotify(const NMHDR* header);
     void CenterOnParent();
-
-    DialogFont font_;
-    bool fontInstalled_ = false;
 };
 
 }  // namespace vrl

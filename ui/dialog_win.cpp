@@ -62,6 +62,15 @@ INT_PTR CDialogImplBase::DoModalIndirect(const void* dialogTemplate, HWND owner)
     return result;
 }
 
+INT_PTR CDialogImplBase::DoModalIndirect(const DialogTemplate& dialogTemplate, HWND owner) {
+    if (!dialogTemplate.IsCreated()) return -1;
+    const DialogFont font = dialogTemplate.Font();
+    g_pendingFont = font.face.empty() ? nullptr : &font;
+    const INT_PTR result = DoModalIndirect(dialogTemplate.Data(), owner);
+    g_pendingFont = nullptr;
+    return result;
+}
+
 INT_PTR CALLBACK CDialogImplBase::StartDialogProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     auto* self = static_cast<CDialogImplBase*>(TakeCreation());
     if (!self) return FALSE;

@@ -16,6 +16,8 @@ public:
     HWND CreateIndirect(const DialogTemplate& dialogTemplate, HWND owner = nullptr);
     // Modal, owned by `owner`; returns what EndDialog was given, or -1 when it could not be shown.
     INT_PTR DoModalIndirect(const void* dialogTemplate, HWND owner);
+    // The same from a built template, keeping the template font's character set.
+    INT_PTR DoModalIndirect(const DialogTemplate& dialogTemplate, HWND owner);
     void EndDialog(INT_PTR result) const { ::EndDialog(m_hWnd, result); }
 
 protected:
