@@ -2,6 +2,7 @@
 # The main job: builds everything, lays out a game folder with the demo game and the companion
 # installed inside it, and runs VrlBoot.exe under Wine on a headless X server while a driver walks
 # through the player's views. Screenshots land in screenshots/.
+# VRL_SKIP_BUILD=1 uses the build that is there (VRL_BUILD_DIR, default build/) without installing.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
