@@ -21,8 +21,8 @@ inline std::string Utf8(const std::wstring& text) {
 // The whole file; empty when it cannot be read. Others may be writing it meanwhile.
 inline std::string ReadFileBytes(const std::wstring& path) {
     std::string content;
-    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, 0, nullptr);
+    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) return content;
     char chunk[4096];
     DWORD read = 0;

@@ -4,21 +4,25 @@
 
 #include <gtest/gtest.h>
 #include <objbase.h>
-#include <shlobj.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "e2e_support.h"
+#include "tests/common/alerts_support_win.h"
 
 namespace {
 
 using e2e::Companion;
 using e2e::Install;
+using vrltest::Calls;
+using vrltest::CopyStandIn;
+using vrltest::Field;
+using vrltest::MakeShortcut;
+using vrltest::ReadLines;
+using vrltest::WriteWav;
 
 constexpr UINT kLogViewHandle = 0x9000;
 constexpr UINT kClearLog = 0x9001;
@@ -219,75 +223,18 @@ TEST(LogWindows, CostlyRulesAndHugeLinesDoNotHoldTheGame) {
 
 // --- Speech and alert sounds --------------------------------------------------------------------
 
-void CopyStandIn(const std::wstring& subfolder, const std::wstring& name, const std::wstring& folder) {
-    const std::wstring from = e2e::BinFolder() + L"\\" + subfolder + L"\\" + name;
-    ASSERT_TRUE(::CopyFileW(from.c_str(), (folder + L"\\" + name).c_str(), FALSE)) << e2e::Utf8(from);
-}
-
-// A short 8 kHz mono 8-bit PCM WAV file.
-void WriteWav(const std::wstring& path) {
-    const unsigned samples = 800;
-    std::string wav = "RIFF";
-    auto put32 = [&](unsigned v) { for (int i = 0; i < 4; ++i) wav += static_cast<char>((v >> (8 * i)) & 0xFF); };
-    auto put16 = [&](unsigned v) { for (int i = 0; i < 2; ++i) wav += static_cast<char>((v >> (8 * i)) & 0xFF); };
-    put32(36 + samples);
-    wav += "WAVEfmt ";
-    put32(16);
-    put16(1);
-    put16(1);
-    put32(8000);
-    put32(8000);
-    put16(1);
-    put16(8);
-    wav += "data";
-    put32(samples);
-    wav += std::string(samples, '\x80');
-    std::ofstream(path.c_str(), std::ios::binary) << wav;
-}
-
-bool MakeShortcut(const std::wstring& lnk, const std::wstring& target) {
-    IShellLinkW* link = nullptr;
-    if (FAILED(::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
-                                  reinterpret_cast<void**>(&link))))
-        return false;
-    IPersistFile* file = nullptr;
-    bool ok = SUCCEEDED(link->SetPath(target.c_str())) &&
-              SUCCEEDED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&file))) &&
-              SUCCEEDED(file->Save(lnk.c_str(), TRUE));
-    if (file) file->Release();
-    link->Release();
-    return ok;
-}
-
-std::vector<std::string> LinesOf(const std::wstring& path, const std::string& prefix) {
-    std::ifstream in(path.c_str(), std::ios::binary);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (line.compare(0, prefix.size(), prefix) == 0) lines.push_back(line);
-    }
-    return lines;
-}
-
-std::string Field(const std::string& line, const std::string& key) {
-    const size_t at = line.find(" " + key + "=");
-    if (at == std::string::npos) return {};
-    const size_t start = at + key.size() + 2;
-    if (line[start] == '"') return line.substr(start, line.find('"', start + 1) - start + 1);
-    return line.substr(start, line.find(' ', start) - start);
-}
-
 TEST(LogAlerts, SpeechAndSoundsAsTheRulesSay) {
     ASSERT_TRUE(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
     LogSession log;
     const std::wstring program = log.install.programFolder;
-    CopyStandIn(L"simbass", L"bass.dll", program);
-    CopyStandIn(L"simbass", L"bassmidi.dll", program);
-    CopyStandIn(L"simtalk", L"RemoteTalk.exe", program);
+    ASSERT_TRUE(CopyStandIn(L"simbass", L"bass.dll", program));
+    ASSERT_TRUE(CopyStandIn(L"simbass", L"bassmidi.dll", program));
+    ASSERT_TRUE(CopyStandIn(L"simtalk", L"RemoteTalk.exe", program));
     const std::wstring sound = log.install.gameFolder + L"\\user\\sound";
     ::CreateDirectoryW((log.install.gameFolder + L"\\user").c_str(), nullptr);
     ::CreateDirectoryW(sound.c_str(), nullptr);
-    for (const wchar_t* name : {L"a.wav", L"b.wav", L"c.wav", L"d.wav", L"target.wav"}) WriteWav(sound + L"\\" + name);
+    for (const wchar_t* name : {L"a.wav", L"b.wav", L"c.wav", L"d.wav", L"target.wav"})
+        WriteWav(sound + L"\\" + name, 100);
     ASSERT_TRUE(MakeShortcut(sound + L"\\alert.lnk", sound + L"\\target.wav"));
     ::CoUninitialize();
 
@@ -301,7 +248,7 @@ TEST(LogAlerts, SpeechAndSoundsAsTheRulesSay) {
     log.WaitForScenario();
     std::vector<std::string> talks;
     e2e::WaitUntil([&] {
-        talks = LinesOf(program + L"\\RemoteTalk.log", "RemoteTalk");
+        talks = Calls(ReadLines(program + L"\\RemoteTalk.log"), "RemoteTalk");
         return talks.size() >= 2;
     }, 5000);
     ASSERT_EQ(talks.size(), 2u);
@@ -311,13 +258,13 @@ TEST(LogAlerts, SpeechAndSoundsAsTheRulesSay) {
     EXPECT_EQ(talks[1], "RemoteTalk hidden=1 show=0 cmdline= /Talk \"Speak up\"");
 
     const std::wstring trace = program + L"\\bass_trace.txt";
-    const auto inits = LinesOf(trace, "BASS_Init ");
+    const auto inits = Calls(ReadLines(trace), "BASS_Init");
     ASSERT_EQ(inits.size(), 1u);
     EXPECT_EQ(Field(inits[0], "device"), "-1");
     EXPECT_EQ(Field(inits[0], "freq"), "48000");
     std::vector<std::string> played;  // the files that loaded, in order, and their handles
     std::vector<std::string> handles;
-    for (const std::string& load : LinesOf(trace, "BASS_SampleLoad ")) {
+    for (const std::string& load : Calls(ReadLines(trace), "BASS_SampleLoad")) {
         EXPECT_EQ(Field(load, "flags"), "0x80020000");
         const std::string handle = load.substr(load.rfind(' ') + 1);
         if (handle == "0") continue;
@@ -326,10 +273,10 @@ TEST(LogAlerts, SpeechAndSoundsAsTheRulesSay) {
         handles.push_back(handle);
     }
     ASSERT_EQ(played, (std::vector<std::string>{"a.wav\"", "b.wav\"", "c.wav\"", "d.wav\"", "target.wav\""}));
-    const auto frees = LinesOf(trace, "BASS_SampleFree ");
+    const auto frees = Calls(ReadLines(trace), "BASS_SampleFree");
     ASSERT_GE(frees.size(), 1u);
     EXPECT_EQ(Field(frees[0], "handle"), handles[0]) << "the fourth sound takes the first slot";
-    const auto volumes = LinesOf(trace, "BASS_ChannelSetAttribute ");
+    const auto volumes = Calls(ReadLines(trace), "BASS_ChannelSetAttribute");
     ASSERT_EQ(volumes.size(), 5u);
     EXPECT_EQ(Field(volumes[0], "attrib"), "2");
     EXPECT_EQ(Field(volumes[0], "value"), "0.56");

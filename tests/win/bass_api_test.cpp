@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "alerts_support_win.h"
+#include "tests/common/alerts_support_win.h"
 #include "music/bass_errors.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <string>
 
-#include "alerts_support_win.h"
+#include "tests/common/alerts_support_win.h"
 #include "app/app_state_win.h"
 #include "ui/lang_text.h"
 

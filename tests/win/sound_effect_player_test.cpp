@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "alerts_support_win.h"
+#include "tests/common/alerts_support_win.h"
 #include "music/shortcut_win.h"
 
 namespace {

@@ -1,9 +1,10 @@
-#include "alerts_support_win.h"
+#include "tests/common/alerts_support_win.h"
 
 #include <objidl.h>
 #include <shlobj.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace vrltest {
 
@@ -31,20 +32,13 @@ void WriteWav(const std::wstring& path, unsigned milliseconds) {
 }
 
 std::vector<std::string> ReadLines(const std::wstring& path) {
+    const std::string text = ReadFileBytes(path);
     std::vector<std::string> lines;
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return lines;
-    std::string text;
-    char buffer[4096];
-    DWORD read = 0;
-    while (ReadFile(file, buffer, sizeof(buffer), &read, nullptr) && read > 0) {
-        text.append(buffer, read);
-    }
-    CloseHandle(file);
     std::size_t start = 0;
     for (std::size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
-        lines.push_back(text.substr(start, end - start));
+        std::string line = text.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        lines.push_back(std::move(line));
     }
     return lines;
 }

@@ -17,7 +17,7 @@ bool CopyStandIn(const std::wstring& subfolder, const std::wstring& name, const 
 // An 8 kHz mono 8-bit PCM WAV file playing for `milliseconds`.
 void WriteWav(const std::wstring& path, unsigned milliseconds);
 
-// The lines of a UTF-8 text file; empty when it does not exist.
+// The lines of a UTF-8 text file, without their CR LF or LF; empty when it does not exist.
 std::vector<std::string> ReadLines(const std::wstring& path);
 // The lines that begin with `call` followed by a space.
 std::vector<std::string> Calls(const std::vector<std::string>& lines, const std::string& call);
