@@ -61,7 +61,9 @@ TEST(ExitTogether, NoKeepsBothRunningAndYesClosesTheGameAndThenTheCompanion) {
 TEST(GameWatch, AGameThatKeepsAFurtherWindowIsEndedWithTheCompanion) {
     Running run;
     std::unique_ptr<Companion> companion;
-    StartGame(run, companion, "open36\n");
+    // The further window comes a second later, as in play: the game watch takes the first visible
+    // window of the game's thread, which must be the main one.
+    StartGame(run, companion, "wait 1000\nopen36\n");
     ASSERT_TRUE(e2e::WaitUntil([&] { return ::GetWindowLongW(run.frame, 36) != 0; }, 5000));
     HWND further = reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(run.frame, 36)));
     ASSERT_TRUE(::IsWindow(further));
