@@ -123,10 +123,10 @@ bool ExecutableCarriesHspMarker(const std::wstring& path) {
     GetFileSizeEx(file, &size);
     const DWORD wanted = static_cast<DWORD>(
         std::min<ULONGLONG>(static_cast<ULONGLONG>(size.QuadPart), static_cast<ULONGLONG>(kHspScanLimit)));
-    void* buffer = VirtualAlloc(nullptr, kHspScanLimit, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    void* buffer = wanted > 0 ? VirtualAlloc(nullptr, wanted, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE) : nullptr;
     if (buffer != nullptr) {
         DWORD read = 0;
-        if (wanted > 0 && ReadFile(file, buffer, wanted, &read, nullptr)) {
+        if (ReadFile(file, buffer, wanted, &read, nullptr)) {
             found = FindHspMarker(static_cast<const unsigned char*>(buffer), read) != kNoHspMarker;
         }
         VirtualFree(buffer, 0, MEM_RELEASE);
