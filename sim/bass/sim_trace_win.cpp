@@ -9,32 +9,17 @@ namespace vrlsim {
 namespace {
 
 std::wstring TracePath() {
-    wchar_t buffer[MAX_PATH * 2] = {};
-    const DWORD n = GetEnvironmentVariableW(L"VRL_SIM_BASS_TRACE", buffer, MAX_PATH * 2);
-    if (n > 0 && n < MAX_PATH * 2) return buffer;
-
+    const std::wstring chosen = vrl::sim::EnvironmentValue(L"VRL_SIM_BASS_TRACE");
+    if (!chosen.empty()) return chosen;
     HMODULE self = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        reinterpret_cast<LPCWSTR>(&TracePath), &self);
-    std::wstring path(buffer, GetModuleFileNameW(self, buffer, MAX_PATH * 2));
-    const std::size_t slash = path.find_last_of(L"\\/");
-    path = slash == std::wstring::npos ? std::wstring() : path.substr(0, slash + 1);
-    return path + L"bass_trace.txt";
+    return vrl::sim::ModuleFolder(self) + L"\\bass_trace.txt";
 }
 
 }  // namespace
 
-void Trace(const std::string& line) {
-    const HANDLE file = CreateFileW(TracePath().c_str(), FILE_APPEND_DATA,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return;
-    const std::string text = line + "\n";
-    DWORD written = 0;
-    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    CloseHandle(file);
-}
+void Trace(const std::string& line) { vrl::sim::AppendLine(TracePath(), line); }
 
 std::wstring PathArgument(const void* file, bool wide) {
     if (!file) return std::wstring();

@@ -1,7 +1,7 @@
 #pragma once
 // Shared by the audio library stand-ins: the call trace the tests read back, and small text helpers.
 //
-// Each call appends one UTF-8 line to the trace file: the path in VRL_SIM_BASS_TRACE, or
+// Each call appends one UTF-8 line (CR LF) to the trace file: the path in VRL_SIM_BASS_TRACE, or
 // "bass_trace.txt" next to the stand-in DLL. The file is opened and closed per line so that a test
 // can read it at any time.
 
@@ -13,7 +13,7 @@
 
 namespace vrlsim {
 
-// Appends one line (a newline is added).
+// Appends one line (CR LF is added).
 void Trace(const std::string& line);
 
 using vrl::sim::Utf8;

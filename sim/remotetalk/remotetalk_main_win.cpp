@@ -1,5 +1,5 @@
 // Stand-in of the speech program: records how it was started instead of speaking.
-// Each start appends one UTF-8 line to "RemoteTalk.log" in its own folder (and to the file named
+// Each start appends one UTF-8 line (CR LF) to "RemoteTalk.log" in its own folder (and to the file named
 // by VRL_SIM_TRANSCRIPT, if set):
 //     RemoteTalk hidden=1 show=0 cmdline= /Talk "Hello"
 // hidden is 1 when the starter asked for a hidden window; show is the requested show command, or
@@ -23,23 +23,6 @@ std::wstring OneLine(const wchar_t* text) {
     return out;
 }
 
-std::wstring OwnFolder() {
-    wchar_t path[MAX_PATH * 2] = {};
-    std::wstring self(path, GetModuleFileNameW(nullptr, path, MAX_PATH * 2));
-    const std::size_t slash = self.find_last_of(L"\\/");
-    return slash == std::wstring::npos ? std::wstring(L".") : self.substr(0, slash);
-}
-
-void Append(const std::wstring& file, const std::string& line) {
-    // Overlapping speeches may write at once: FILE_APPEND_DATA keeps each line whole.
-    const HANDLE h = CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                 nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (h == INVALID_HANDLE_VALUE) return;
-    DWORD written = 0;
-    WriteFile(h, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
-    CloseHandle(h);
-}
-
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
@@ -51,11 +34,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
 
     const std::string line = "RemoteTalk hidden=" + std::to_string(show == SW_HIDE) +
                              " show=" + std::to_string(show) +
-                             " cmdline=" + vrl::sim::Utf8(OneLine(GetCommandLineW())) + "\n";
-    Append(OwnFolder() + L"\\RemoteTalk.log", line);
-
-    wchar_t transcript[MAX_PATH * 2] = {};
-    const DWORD n = GetEnvironmentVariableW(L"VRL_SIM_TRANSCRIPT", transcript, MAX_PATH * 2);
-    if (n > 0 && n < MAX_PATH * 2) Append(transcript, line);
+                             " cmdline=" + vrl::sim::Utf8(OneLine(GetCommandLineW()));
+    vrl::sim::AppendLine(vrl::sim::ModuleFolder(nullptr) + L"\\RemoteTalk.log", line);
+    vrl::sim::AppendLine(vrl::sim::EnvironmentValue(L"VRL_SIM_TRANSCRIPT"), line);
     return 0;
 }
