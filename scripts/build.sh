@@ -7,10 +7,18 @@ out=${VRL_BUILD_DIR:-$root/build}
 jobs=${VRL_JOBS:-$(nproc)}
 trees=("$@"); ((${#trees[@]})) || trees=(native win64 win32)
 
+# With ccache on the machine, trees of several checkouts share their objects: paths are hashed
+# relative to the checkout.
+launcher=()
+if command -v ccache >/dev/null; then
+  launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
+fi
+
 configure() {  # dir, cmake args...
   local dir=$1; shift
   if [[ ! -f $dir/CMakeCache.txt ]]; then
-    cmake -S "$root" -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+    cmake -S "$root" -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "$@" >/dev/null
   fi
 }
 
