@@ -51,4 +51,10 @@ void FillEnchantTables(const KcsvFile& table, int language, EnchantTables& table
 // The built-in copy: UTF-8 KCSV text. Bytes that are not a KCSV text leave the tables alone.
 bool FillEnchantTablesFromUtf8(std::string_view bytes, int language, EnchantTables& tables);
 
+// Both sources, in order (Win32 layer): the resource "FILE_ENCHANTTABLE" of type "FILE" in
+// VrlConfig.exe, found by the library search, then EnchantTable.kcsv in the current folder. A
+// source that is missing or unreadable is skipped; only a file that exists but cannot be opened
+// shows the table reader's warning.
+void LoadEnchantTables(int language, EnchantTables& tables);
+
 }  // namespace vrl
