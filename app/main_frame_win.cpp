@@ -181,11 +181,18 @@ void CMainFrame::CreateCompanionWindows() {
         extractedLog_->Show(SW_SHOW);
         if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
     }
+    if (settings.enQuickSearch && quickSearch_.Create()) {
+        quickSearch_.Show(SW_SHOW);
+        ::RegisterHotKey(m_hWnd, kCmdShowQuickSearch, MOD_CONTROL | MOD_ALT, 'F');
+    }
+    if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
 void CMainFrame::DestroyCompanionWindows() {
     logWindow_.Destroy();
     if (extractedLog_) extractedLog_->Destroy();
+    itemInfo_.Destroy();
+    quickSearch_.Destroy();
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -323,11 +330,15 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdAboutFrameBase:
         CAboutBox::Open();
         return;
+    case kCmdShowQuickSearch:
+        if (quickSearch_.IsWindow()) quickSearch_.ShowInFront();
+        return;
+    case kCmdShowItemInfo:
+        if (itemInfo_.IsWindow()) itemInfo_.ShowInFront();
+        return;
     case kCmdShowMusicPanel:
     case kCmdShowVstEditor:
-    case kCmdShowQuickSearch:
     case kCmdShowPetInfo:
-    case kCmdShowItemInfo:
         return;  // their windows are not built yet
     }
     if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) return;
