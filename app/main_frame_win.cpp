@@ -179,11 +179,16 @@ void CMainFrame::CreateCompanionWindows() {
         extractedLog_->Show(SW_SHOW);
         if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
     }
+    if (settings.enPetInfo && petPanel_.Create()) petPanel_.Show(SW_SHOW);
 }
 
 void CMainFrame::DestroyCompanionWindows() {
     logWindow_.Destroy();
     if (extractedLog_) extractedLog_->Destroy();
+    if (petPanel_.IsWindow()) {
+        petPanel_.SaveOptions();
+        petPanel_.Destroy();
+    }
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -317,6 +322,9 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowExtractedLog:
         ShowLog(1);
         return;
+    case kCmdShowPetInfo:
+        if (petPanel_.IsWindow()) petPanel_.ShowInFront();
+        return;
     case kCmdAbout:
     case kCmdAboutFrameBase:
         CAboutBox::Open();
@@ -324,7 +332,6 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowMusicPanel:
     case kCmdShowVstEditor:
     case kCmdShowQuickSearch:
-    case kCmdShowPetInfo:
     case kCmdShowItemInfo:
         return;  // their windows are not built yet
     }
