@@ -181,6 +181,7 @@ void CMainFrame::CreateCompanionWindows() {
         extractedLog_->Show(SW_SHOW);
         if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
     }
+    if (settings.enPetInfo && petPanel_.Create()) petPanel_.Show(SW_SHOW);
     if (settings.enQuickSearch && quickSearch_.Create()) {
         quickSearch_.Show(SW_SHOW);
         ::RegisterHotKey(m_hWnd, kCmdShowQuickSearch, MOD_CONTROL | MOD_ALT, 'F');
@@ -191,6 +192,10 @@ void CMainFrame::CreateCompanionWindows() {
 void CMainFrame::DestroyCompanionWindows() {
     logWindow_.Destroy();
     if (extractedLog_) extractedLog_->Destroy();
+    if (petPanel_.IsWindow()) {
+        petPanel_.SaveOptions();
+        petPanel_.Destroy();
+    }
     itemInfo_.Destroy();
     quickSearch_.Destroy();
 }
@@ -326,6 +331,9 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowExtractedLog:
         ShowLog(1);
         return;
+    case kCmdShowPetInfo:
+        if (petPanel_.IsWindow()) petPanel_.ShowInFront();
+        return;
     case kCmdAbout:
     case kCmdAboutFrameBase:
         CAboutBox::Open();
@@ -338,7 +346,6 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         return;
     case kCmdShowMusicPanel:
     case kCmdShowVstEditor:
-    case kCmdShowPetInfo:
         return;  // their windows are not built yet
     }
     if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) return;

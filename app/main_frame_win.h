@@ -10,6 +10,7 @@
 #include "log/log_window_win.h"
 #include "panels/item_info_win.h"
 #include "panels/quick_search_win.h"
+#include "panels/pet_extender_dlg_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -64,6 +65,7 @@ private:
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
     CQuickSearchDlg quickSearch_;
     CItemInfoDlg itemInfo_;
+    CPetExtenderDlg petPanel_;
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

@@ -33,6 +33,9 @@ enum class Op {
     kClose,        // close: WM_CLOSE to the game window
     kCloseMain,    // closemain: destroy the game's main window only
     kExit,         // exit: end the game process
+    kPet,          // pet NAME STATUS AREA LEVEL XP/NEXT HP/MAX MP/MAX ST/MAX: one more pet slot
+    kPetSend,      // petsend [COUNT [BYTES]]: the slots so far in one WM_COPYDATA to the pet panel
+    kPetIcons,     // peticons [CELLS]: the strip of pet pictures, written beside the module
 };
 
 // Companion windows the module reaches without a published handle (the item panel is in slot 28).
@@ -46,6 +49,7 @@ struct Command {
     std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData
     std::int64_t second = 0;           // wParam, slot value
     ItemInfoRecord item;               // item: every field but the name, which is `text`
+    std::vector<std::int32_t> numbers; // pet: status, area, level, xp, next, hp, max, mp, max, st, max
 };
 
 struct ParsedLine {

@@ -111,3 +111,25 @@ TEST(Scenario, FileSplitsOnLineBreaksAndDropsTheByteOrderMark) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Scenario, PetSlotsAreWrittenWithReadableFields) {
+    vrl::sim::Command c = Parse("pet \"Little \\\"Gwen\\\"\" 9 101 12 300/1000 -5/0 1/2 3/4");
+    EXPECT_EQ(c.op, Op::kPet);
+    EXPECT_EQ(c.text, "Little \"Gwen\"");
+    EXPECT_EQ(c.numbers, (std::vector<std::int32_t>{9, 101, 12, 300, 1000, -5, 0, 1, 2, 3, 4}));
+    EXPECT_EQ(Parse("pet putit 1 0 1 0/10 5/5 0/0 9/9").text, "putit");
+    ErrorOf("pet putit 1 0 1 0/10 5/5 0/0");  // a pair missing
+    ErrorOf("pet putit 1 0 1 0 5/5 0/0 9/9");  // a number where a pair goes
+    ErrorOf("pet \"unclosed 1 0 1 0/10 5/5 0/0 9/9");
+    c = Parse("petsend");
+    EXPECT_EQ(c.first, -1);
+    EXPECT_EQ(c.second, -1);
+    c = Parse("petsend 3 300");
+    EXPECT_EQ(c.first, 3);
+    EXPECT_EQ(c.second, 300);
+    EXPECT_EQ(Parse("peticons 2").first, 2);
+}
+
+}  // namespace
