@@ -179,11 +179,19 @@ void CMainFrame::CreateCompanionWindows() {
         extractedLog_->Show(SW_SHOW);
         if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
     }
+    if (settings.enMusicExtender && musicPanel_.Create()) {
+        musicPanel_.Show(SW_SHOW);
+        ::RegisterHotKey(m_hWnd, kCmdShowMusicPanel, MOD_CONTROL | MOD_ALT, 'M');
+    }
 }
 
 void CMainFrame::DestroyCompanionWindows() {
     logWindow_.Destroy();
     if (extractedLog_) extractedLog_->Destroy();
+    if (musicPanel_.IsWindow()) {
+        musicPanel_.SaveVolumeTable();
+        musicPanel_.Destroy();
+    }
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -322,6 +330,8 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         CAboutBox::Open();
         return;
     case kCmdShowMusicPanel:
+        if (musicPanel_.IsWindow()) musicPanel_.ShowInFront();
+        return;
     case kCmdShowVstEditor:
     case kCmdShowQuickSearch:
     case kCmdShowPetInfo:

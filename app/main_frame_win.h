@@ -8,6 +8,7 @@
 #include "app/message_loop_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
+#include "music/music_player_dlg_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -60,6 +61,7 @@ private:
     TrayIcon tray_;
     CLogExtenderDlg logWindow_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
+    CMusicPlayerDlg musicPanel_;
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

@@ -46,9 +46,13 @@ int VolumeTable::MasterVolumeOf(const KcsvFile& table) {
     return Ranged(kMasterOption, ReadInt(table.OptionValue(kMasterOption)), true);
 }
 
-void VolumeTable::WriteTo(KcsvFile& table, int masterVolume) const {
+void VolumeTable::AddColumnsTo(KcsvFile& table) {
     if (table.ColumnIndex(kFileColumn) < 0) table.AddColumn(kFileColumn);
     if (table.ColumnIndex(kVolumeColumn) < 0) table.AddColumn(kVolumeColumn);
+}
+
+void VolumeTable::WriteTo(KcsvFile& table, int masterVolume) const {
+    AddColumnsTo(table);
     const auto file = static_cast<unsigned>(table.ColumnIndex(kFileColumn));
     const auto volume = static_cast<unsigned>(table.ColumnIndex(kVolumeColumn));
     table.ClearRows();

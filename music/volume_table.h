@@ -24,6 +24,8 @@ public:
     // Replaces the rows of `table` with one row per file in the order the files first came, and
     // sets its "MasterVolume" option; adds the "File" and "Volume" columns when it lacks them.
     void WriteTo(KcsvFile& table, int masterVolume) const;
+    // The "File" and "Volume" columns, added when `table` lacks them.
+    static void AddColumnsTo(KcsvFile& table);
 
     // The stored volume of a file (exact, case-sensitive key), or 100.
     int VolumeOf(const std::u16string& file) const;
