@@ -75,7 +75,8 @@ const Control kControls[] = {
 };
 
 void BuildTemplate(DialogTemplate& t) {
-    t.Create(PanelTitle(music_texts::kTitle), kWindowBox, kWindowStyle, 0, PanelFont());
+    // Titled by its own name alone, without the program's.
+    t.Create(music_texts::kTitle.Get(), kWindowBox, kWindowStyle, 0, PanelFont());
     for (const Control& c : kControls) t.AddControl(c.cls, c.id, c.box, c.style, 0, c.text->Get());
 }
 
@@ -167,7 +168,7 @@ bool CMusicPlayerDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp,
 
 void CMusicPlayerDlg::OnInitDialog() {
     SetProgramIcons(m_hWnd);
-    SetPanelTitle(m_hWnd, music_texts::kTitle);
+    SetText(W(music_texts::kTitle.Get()));
     frame_ = App().frame;
     DeriveGameFolders(U16(App().folders.program), &folders_);
 

@@ -14,6 +14,7 @@ enum class Op {
     kLog0,         // log0 TEXT: the same with the NUL counted in cbData
     kLogBytes,     // logbytes HEX: raw bytes to the full log
     kCopyData,     // copydata TARGET DWDATA [HEX]
+    kMusic,        // music CODE MONTH DAY HOUR MAPOBJ PLAYCOUNT PATH: a music request record
     kReload,       // reload BITS: OR into slot 8
     kRequest,      // request MSG [WPARAM]: SendMessage to the frame (MSG in hex: 9000, 9001, a000)
     kCommand,      // command ID: PostMessage WM_COMMAND to the frame
@@ -38,8 +39,8 @@ struct Command {
     Op op = Op::kWait;
     Target target = Target::kNone;
     std::string text;                  // log, log0, static1: UTF-8 after escapes
-    std::vector<unsigned char> bytes;  // logbytes, copydata
-    std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData
+    std::vector<unsigned char> bytes;  // logbytes, copydata, music (the record)
+    std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData, code
     std::int64_t second = 0;           // wParam, slot value
 };
 

@@ -177,6 +177,8 @@ std::string ScenarioRunner::Execute(const Command& c) {
             return SendData(Target::kFullLog, 0, c.bytes);
         case Op::kCopyData:
             return SendData(c.target, static_cast<ULONG_PTR>(c.first), c.bytes);
+        case Op::kMusic:
+            return SendData(Target::kMusic, static_cast<ULONG_PTR>(c.first), c.bytes);
         case Op::kReload: {
             HWND frame = Frame();
             if (frame == nullptr) return "error: no frame window";
