@@ -91,7 +91,6 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
         loop->AddIdleHandler(this);
     }
     app.instance = create->hInstance;
-    SetText(W(kAppName));
     ComputeFolders();
 
     CheckInstallation(&app.folders);  // ends the process when the installation is broken
@@ -108,6 +107,9 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     app.settings.iLanguage = AppSettings::ResolveLanguage(app.settings.iLanguage, ::GetUserDefaultLCID());
     SetLanguageIndex(app.settings.iLanguage);
     RefuseSecondInstance();
+    // The title makes the frame findable by the module and the companion windows: only once it is
+    // sure to be the only one.
+    SetText(W(kAppName));
     app.versionText = FormatVersionText(kThisRelease, LanguageIndex());
 
     app.frame = game_link::FindFrame();
@@ -150,7 +152,7 @@ void CMainFrame::StartSettingsEditorAndExit() {
 
 void CMainFrame::RefuseSecondInstance() {
     // A second companion would answer the module through the first one's frame; refuse it early,
-    // before it publishes anything or starts a second game.
+    // before its frame has the title the module looks for, and before it starts a second game.
     instanceMutex_ = ::CreateMutexW(nullptr, FALSE, L"Local\\Vorrel.VrlBoot.Instance");
     if (instanceMutex_ && ::GetLastError() == ERROR_ALREADY_EXISTS) {
         tray_.Remove();
