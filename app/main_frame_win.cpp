@@ -172,8 +172,8 @@ void CMainFrame::CreateStatusStatics() {
 }
 
 void CMainFrame::CreateCompanionWindows() {
-    // The log, music, pet, item, quick search, treasure map and equip set windows slot in here,
-    // in that order, as each is built.
+    // In this order: log, pet, quick search, music, treasure map, equip sets, item; each window
+    // slots in at its place as it is built.
     const AppSettings& settings = App().settings;
     extractedLog_ = nullptr;
     if (settings.enLogExtender && logWindow_.Create()) {
