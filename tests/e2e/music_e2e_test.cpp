@@ -200,6 +200,14 @@ TEST(MusicPanel, RequestsPlayTheChosenFileWithItsLoopAndVolume) {
     COPYDATASTRUCT nothing{1, 100, nullptr};
     EXPECT_EQ(::SendMessageW(music.panel, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&nothing)), 1);
     EXPECT_TRUE(::IsWindow(music.panel));
+
+    // The settings editor changed the rules and set the reload bit: the next request reads them.
+    music.install.WriteProgramFile(L"BGMEx.kcsv", "#format,kcsv\r\n#column,orgfile,playlist\r\nbgm02.mid,town.wav\r\n");
+    HWND frame = e2e::WaitForFrame(1000);
+    ::SetWindowLongW(frame, 8, 0x4 | 0x2);
+    EXPECT_EQ(music.Request(1, Record(L"bgm02.mid", 4, 1, 9, 0, 1)), 1);
+    EXPECT_EQ(Candidates(music.panel), std::vector<std::string>{"town.wav:100"});
+    EXPECT_EQ(::GetWindowLongW(frame, 8), 0x2) << "only the music bit is cleared";
 }
 
 TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {
