@@ -369,7 +369,8 @@ void CMusicPlayerDlg::ApplySoundFont(const std::u16string& path) {
     }
     CBassPlayer* bass = player_->GetBassPlayer();
     bass->SetVstWindows(Item(kPlayingFile), game_link::ReadWindowSlot(frame_, game_link::kSlotStatusStatic2));
-    if (bass->SetSoundFont(path)) {
+    // Without a configured soundfont there is nothing to report as failed.
+    if (bass->SetSoundFont(path) || path.empty()) {
         SetField(kSoundFontField, path);
     } else {
         SetField(kSoundFontField, music_texts::kSoundFontFailed.Get());

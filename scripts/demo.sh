@@ -23,6 +23,7 @@ cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/d
 cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
 python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 cp "$root/scripts/demo/BGMEx.kcsv" "$demo/Morva/Vorrel/"
+printf 'RIFF\0\0\0\0sfbk' >"$demo/Morva/Vorrel/demo.sf2"
 for music in town field night raid; do python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/music/$music.wav"; done
 
 dpi=${VRL_DEMO_DPI:-96}

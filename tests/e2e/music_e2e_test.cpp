@@ -24,6 +24,7 @@ constexpr int kPlayingFile = 1000, kFileVolume = 1001, kFileVolumeValue = 1002, 
 
 const char kRules[] =
     "#format,kcsv\r\n"
+    "#option,SoundFont:nofont.sf2\r\n"
     "#column,orgfile,month,day,hour,playlist\r\n"
     "bgm01.mid:5,,,,loop.ogg\r\n"
     "bgm01.mid,,,Morning,town.wav\r\n"
@@ -162,6 +163,7 @@ TEST(MusicPanel, RequestsPlayTheChosenFileWithItsLoopAndVolume) {
     EXPECT_EQ(music.Text(kPlayingFile), e2e::Utf8(music.loopOgg));
     EXPECT_EQ(music.Text(kError), "BASS_OK (48 kHz)");
     EXPECT_EQ(music.Text(kFileVolumeValue), "60");
+    EXPECT_EQ(music.Text(kSoundFont), "Failed to change soundfont.");
 
     const auto trace = music.Trace();
     const auto plugins = Calls(trace, "BASS_PluginLoad");
