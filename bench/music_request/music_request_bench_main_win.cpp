@@ -15,28 +15,18 @@
 #include <vector>
 
 #include "app/app_state_win.h"
+#include "bench/common/round_trip_win.h"
 #include "music/music_player_dlg_win.h"
 #include "music/music_rules.h"
 
 namespace {
 
+using vrlbench::CreateNullReceiver;
+using vrlbench::Mean;
+using vrlbench::Median;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kRequests = 2000;
-
-LRESULT CALLBACK NullReceiver(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_COPYDATA) return 1;
-    return ::DefWindowProcW(hwnd, msg, wp, lp);
-}
-
-HWND CreateNullReceiver() {
-    WNDCLASSW cls{};
-    cls.lpfnWndProc = NullReceiver;
-    cls.hInstance = ::GetModuleHandleW(nullptr);
-    cls.lpszClassName = L"VrlBenchNullReceiver";
-    ::RegisterClassW(&cls);
-    return ::CreateWindowExW(0, cls.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, cls.hInstance, nullptr);
-}
 
 // 198 rules for other files, months and hours, then the two that match.
 std::string RulesTable() {
@@ -65,17 +55,6 @@ double Send(HWND target, const std::string& bytes) {
     const auto start = Clock::now();
     ::SendMessageW(target, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-double Mean(const std::vector<double>& values) {
-    double sum = 0;
-    for (double v : values) sum += v;
-    return sum / static_cast<double>(values.size());
 }
 
 void Measure(HWND panel, HWND nullReceiver, DWORD uiThread) {
