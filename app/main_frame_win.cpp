@@ -252,10 +252,12 @@ void CMainFrame::OnGameWatchTimer() {
     }
     if (::IsWindow(app.gameWindow)) return;
 
-    // The main window has gone; a further window still open means the process lingers: end it.
+    // The main window has gone; a further window of the game still open means the process
+    // lingers: end it. Handles and process ids are reused, so the window must be the game's.
     ::Sleep(100);
     HWND further = game_link::ReadWindowSlot(m_hWnd, game_link::kSlotFurtherWindow);
-    if (further && ::IsWindow(further)) {
+    DWORD furtherProcessId = 0;
+    if (further && ::GetWindowThreadProcessId(further, &furtherProcessId) && furtherProcessId == gameProcessId_) {
         if (HANDLE process = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, gameProcessId_)) {
             ::TerminateProcess(process, 0);
             ::CloseHandle(process);

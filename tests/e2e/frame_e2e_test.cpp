@@ -79,6 +79,26 @@ TEST(GameWatch, AGameThatKeepsAFurtherWindowIsEndedWithTheCompanion) {
     EXPECT_FALSE(IsProcessAlive(further));
 }
 
+TEST(GameWatch, AFurtherWindowOfAnotherProcessNeverEndsTheGame) {
+    Running run;
+    std::unique_ptr<Companion> companion;
+    StartGame(run, companion, "wait 1000\nopen36\n");
+    ASSERT_TRUE(e2e::WaitUntil([&] { return ::GetWindowLongW(run.frame, 36) != 0; }, 5000));
+    HWND stranger = ::CreateWindowExW(0, L"Static", L"stranger", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                      nullptr, nullptr);
+    ::SetWindowLongW(run.frame, 36, static_cast<LONG>(reinterpret_cast<LONG_PTR>(stranger)));
+    DWORD gamePid = 0;
+    ::GetWindowThreadProcessId(run.game, &gamePid);
+    HANDLE gameProcess = ::OpenProcess(SYNCHRONIZE, FALSE, gamePid);
+    ASSERT_TRUE(gameProcess);
+
+    ::PostMessageW(run.game, WM_APP + 0x37, 0, 0);
+    EXPECT_EQ(companion->WaitExit(5000), 1u);
+    EXPECT_EQ(::WaitForSingleObject(gameProcess, 500), static_cast<DWORD>(WAIT_TIMEOUT));
+    ::CloseHandle(gameProcess);
+    ::DestroyWindow(stranger);
+}
+
 TEST(FrameCommands, SettingsEditorCommandAndForeignIdsAndRequests) {
     Running run;
     std::unique_ptr<Companion> companion;
