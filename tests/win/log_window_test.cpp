@@ -21,7 +21,7 @@ constexpr vrl::Colour kGreen = 0x00C000;   // #00c000
 
 const char kRules[] =
     "#format,kcsv\r\n"
-    "#option,bkcolor:#000000\r\n"
+    "#option,bkcolor:#000000,FontFace:Courier New,FontSize:12,FontBold:1,FontItalic:1\r\n"
     "#column,keyword,exact,regex,talk,sound,volume,color\r\n"
     "ally,,,,,,#ff8000\r\n"
     "ally joined,,,,,,#00c000\r\n"
@@ -88,6 +88,14 @@ protected:
         return format.crTextColor;
     }
 
+    // What a view draws new text with.
+    static CHARFORMAT2W DefaultFormat(HWND view) {
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof format;
+        SendMessageW(view, EM_GETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+        return format;
+    }
+
     static std::wstring Title(HWND window) {
         wchar_t title[64] = {};
         GetWindowTextW(window, title, 64);
@@ -118,6 +126,17 @@ TEST_F(LogWindow, EveryLineGoesToTheFullLogInWhiteAndTheFirstMatchingRuleColours
     EXPECT_EQ(ColourOf(extracted_, L"You feel better."), kGreen);
 }
 
+TEST_F(LogWindow, BothViewsTakeTheLogFontAndGrowPastTheControlsDefaultLimit) {
+    Open();
+    for (HWND view : {full_, extracted_}) {
+        const CHARFORMAT2W format = DefaultFormat(view);
+        EXPECT_STREQ(format.szFaceName, L"Courier New");
+        EXPECT_EQ(format.yHeight, 12 * 20) << "twips";
+        EXPECT_EQ(format.dwEffects & (CFE_BOLD | CFE_ITALIC), static_cast<DWORD>(CFE_BOLD | CFE_ITALIC));
+        EXPECT_EQ(SendMessageW(view, EM_GETLIMITTEXT, 0, 0), 0x7FFFFFFF);
+    }
+}
+
 TEST_F(LogWindow, NoticesGoToBothViewsWithoutTheirMarkInTheColourThatReadsOnTheBackground) {
     Open();
     Send("!Saved. ally");
@@ -138,6 +157,9 @@ TEST_F(LogWindow, WithoutTheFullLogOnlyNoticesReachItsViewAndClearingPageZeroDoe
     Send("!notice");
     EXPECT_EQ(Text(full_), L"notice\r");
     EXPECT_EQ(Text(extracted_), L"ally here\rnotice\r");
+    EXPECT_STRNE(DefaultFormat(full_).szFaceName, L"Courier New") << "the full-log view keeps its own font";
+    EXPECT_STREQ(DefaultFormat(extracted_).szFaceName, L"Courier New");
+    EXPECT_EQ(SendMessageW(full_, EM_GETLIMITTEXT, 0, 0), 0x7FFFFFFF) << "notices still grow it";
 
     log_.ClearCurrentPage();  // page 0 is selected
     EXPECT_EQ(Text(full_), L"notice\r");
