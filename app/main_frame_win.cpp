@@ -114,9 +114,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
     app.frame = game_link::FindFrame();
     CreateStatusStatics();
-    if (app.settings.enScreenshot) {
-        ::RegisterHotKey(m_hWnd, kCmdScreenshotFirst, MOD_CONTROL | MOD_ALT, VK_SNAPSHOT);
-    }
+    RegisterHotkeys();
     CreateCompanionWindows();
 
     const GameProcess game = LaunchGame(app.folders, Wstr(app.settings.wstrMorva), app.settings.enMusicExtender != 0);
@@ -169,6 +167,16 @@ void CMainFrame::CreateStatusStatics() {
                                        instance, nullptr);
     game_link::WriteWindowSlot(m_hWnd, game_link::kSlotStatusStatic1, statusStatic1_);
     game_link::WriteWindowSlot(m_hWnd, game_link::kSlotStatusStatic2, statusStatic2_);
+}
+
+// The panels' own hotkeys (34100, 34102) are registered with their panels, in
+// CreateCompanionWindows. Hotkeys end with the window; nothing unregisters them.
+void CMainFrame::RegisterHotkeys() {
+    if (App().settings.enScreenshot) RegisterCtrlAltHotkey(kCmdScreenshotFirst, VK_SNAPSHOT);
+}
+
+void CMainFrame::RegisterCtrlAltHotkey(int id, UINT key) const {
+    ::RegisterHotKey(m_hWnd, id, MOD_CONTROL | MOD_ALT, key);
 }
 
 void CMainFrame::CreateCompanionWindows() {

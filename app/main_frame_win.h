@@ -47,6 +47,8 @@ private:
     void ComputeFolders();
     void CreateStatusStatics();
     void RegisterHotkeys();
+    // Every hotkey of the companion is Ctrl+Alt and one key, sent to the frame as WM_HOTKEY `id`.
+    void RegisterCtrlAltHotkey(int id, UINT key) const;
     void CreateCompanionWindows();
     void DestroyCompanionWindows();
     // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.

@@ -100,6 +100,9 @@ TEST(TrayMenu, TheAboutItemOpensTheAboutBoxAndASecondRequestRaisesIt) {
 TEST(TrayMenu, ButtonUpDoubleClickAndOtherIconsOpenNothing) {
     Running run;
     Start(run);
+    const bool screenshotKeyFree = ::RegisterHotKey(nullptr, 1, MOD_CONTROL | MOD_ALT, VK_SNAPSHOT);
+    if (screenshotKeyFree) ::UnregisterHotKey(nullptr, 1);
+    EXPECT_FALSE(screenshotKeyFree) << "with enScreenshot the companion holds Ctrl+Alt+Print Screen";
     const std::pair<WPARAM, LPARAM> ignored[] = {
         {kTrayIconId, WM_LBUTTONUP},     {kTrayIconId, WM_RBUTTONUP}, {kTrayIconId, WM_LBUTTONDBLCLK},
         {kTrayIconId, WM_RBUTTONDBLCLK}, {kTrayIconId, WM_MOUSEMOVE}, {kTrayIconId + 1, WM_RBUTTONDOWN},
