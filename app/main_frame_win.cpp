@@ -21,16 +21,6 @@ constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIB
 constexpr DWORD kFrameExStyle = WS_EX_APPWINDOW | WS_EX_WINDOWEDGE;
 constexpr DWORD kStatusStaticStyle = WS_CHILD | WS_VISIBLE | WS_BORDER;
 
-void PressNumLock() {
-    INPUT keys[2] = {};
-    keys[0].type = keys[1].type = INPUT_KEYBOARD;
-    keys[0].ki.wVk = keys[1].ki.wVk = VK_NUMLOCK;
-    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    ::SendInput(2, keys, sizeof(INPUT));
-}
-
-bool NumLockIsOn() { return (::GetKeyState(VK_NUMLOCK) & 1) != 0; }
-
 }  // namespace
 
 CMainFrame::~CMainFrame() {
@@ -122,7 +112,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     gameThreadId_ = game.threadId;
 
     ::SetTimer(m_hWnd, kGameWatchTimer, kGameWatchPeriodMs, nullptr);
-    if (app.settings.enNumlockOff) SwitchNumLockOffAtStart();
+    if (app.settings.enNumlockOff) numLock_.SwitchOffAtStart();
     return 0;
 }
 
@@ -211,15 +201,6 @@ void CMainFrame::ShowLog(int page) {
     logWindow_.SelectPage(page);  // focuses that page's view and hides the other
 }
 
-void CMainFrame::SwitchNumLockOffAtStart() {
-    numLockWasOn_ = NumLockIsOn();
-    if (numLockWasOn_) PressNumLock();
-}
-
-void CMainFrame::RestoreNumLockAtExit() {
-    if (App().settings.enNumlockOff && NumLockIsOn() != numLockWasOn_) PressNumLock();
-}
-
 namespace {
 
 struct GameWindowSearch {
@@ -287,7 +268,7 @@ void CMainFrame::OnClose() {
         }
         return;
     }
-    RestoreNumLockAtExit();
+    if (App().settings.enNumlockOff) numLock_.RestoreAtExit();
     ::DestroyWindow(m_hWnd);
 }
 

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "app/message_loop_win.h"
+#include "app/num_lock_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
 #include "ui/window_win.h"
@@ -54,8 +55,6 @@ private:
     // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.
     void ShowLog(int page);
     HWND FindGameWindow() const;
-    void SwitchNumLockOffAtStart();
-    void RestoreNumLockAtExit();
     [[noreturn]] void StartSettingsEditorAndExit();
     void RefuseSecondInstance();
 
@@ -69,7 +68,7 @@ private:
     DWORD gameProcessId_ = 0;
     DWORD gameThreadId_ = 0;
     int fruitlessTicks_ = 0;
-    bool numLockWasOn_ = false;
+    NumLockKeeper numLock_;
 };
 
 }  // namespace vrl

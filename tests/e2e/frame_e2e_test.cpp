@@ -5,6 +5,8 @@
 
 #include "e2e_support.h"
 
+#include <shellapi.h>
+
 namespace {
 
 using e2e::Companion;
@@ -35,27 +37,55 @@ bool IsProcessAlive(HWND window) {
     return pid != 0;
 }
 
-TEST(ExitTogether, NoKeepsBothRunningAndYesClosesTheGameAndThenTheCompanion) {
+// Whether the notification area holds the companion's icon: a change of nothing succeeds only then.
+bool TrayIconShown(HWND frame) {
+    NOTIFYICONDATAW data{};
+    data.cbSize = sizeof data;
+    data.hWnd = frame;
+    data.uID = 1234;
+    return ::Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
+}
+
+// In Japanese on an English system: the tray's Exit asks, No keeps both running, Yes closes the game
+// and then the companion, which takes its icon with it.
+TEST(ExitTogether, TheTraysExitAsksInTheChosenLanguageAndTakesTheTrayIconAlong) {
+    ASSERT_NE(::GetUserDefaultLCID(), 0x0411u) << "the test needs an English system";
     Running run;
     std::unique_ptr<Companion> companion;
-    StartGame(run, companion);
+    StartGame(run, companion, {}, "iLanguage=1\r\n");
+    EXPECT_TRUE(TrayIconShown(run.frame));
 
-    ::PostMessageW(run.frame, WM_CLOSE, 0, 0);
-    e2e::MessageBoxSeen box = e2e::WaitForMessageBox(companion->ProcessId(), 5000);
-    ASSERT_TRUE(box.window);
-    EXPECT_EQ(box.caption, L"Vorrel");
-    EXPECT_EQ(box.text, L"Morva is still running. Exit together?\r\n(*Game progress will NOT be saved.)");
-    e2e::Press(box.window, IDNO);
-    ::Sleep(500);
-    EXPECT_EQ(companion->WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));
-    EXPECT_TRUE(::IsWindow(run.game));
-
-    ::PostMessageW(run.frame, WM_CLOSE, 0, 0);
-    box = e2e::WaitForMessageBox(companion->ProcessId(), 5000);
-    ASSERT_TRUE(box.window);
-    e2e::Press(box.window, IDYES);
+    for (int answer : {IDNO, IDYES}) {
+        ::PostMessageW(run.frame, WM_COMMAND, 32776, 0);
+        const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(companion->ProcessId(), 5000);
+        ASSERT_TRUE(box.window);
+        EXPECT_EQ(box.caption, L"Vorrel");
+        EXPECT_EQ(box.text, L"Morvaはまだ動作中です。一緒に終了しますか？\r\n（※セーブはしません。）");
+        e2e::Press(box.window, answer);
+        if (answer == IDNO) {
+            ::Sleep(500);
+            EXPECT_EQ(companion->WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));
+            EXPECT_TRUE(::IsWindow(run.game));
+        }
+    }
     EXPECT_EQ(companion->WaitExit(5000), 1u);
     EXPECT_FALSE(::IsWindow(run.game));
+    EXPECT_FALSE(TrayIconShown(run.frame));
+}
+
+// The frame base's Exit (57665) before any game window was found closes at once, without asking.
+TEST(ExitTogether, WithoutAGameWindowExitEndsAtOnce) {
+    e2e::InstallOptions options;
+    options.markerlessGame = true;
+    const Install install = e2e::MakeInstall(options);
+    install.WriteIni();
+    Companion companion(install);
+    HWND frame = e2e::WaitForFrame();
+    ASSERT_TRUE(frame);
+    EXPECT_TRUE(TrayIconShown(frame));
+    ::PostMessageW(frame, WM_COMMAND, 57665, 0);
+    EXPECT_EQ(companion.WaitExit(2000), 1u);
+    EXPECT_FALSE(TrayIconShown(frame));
 }
 
 TEST(GameWatch, AGameThatKeepsAFurtherWindowIsEndedWithTheCompanion) {
