@@ -240,6 +240,23 @@ TEST_F(LogWindow, ClosingEitherWindowOnlyHidesItAndLinesStillArrive) {
     EXPECT_EQ(Text(extracted_), L"ally hidden\r");
 }
 
+TEST_F(LogWindow, SpeechWithoutItsProgramStaysOffUntilALoadFindsIt) {
+    vrltest::WriteFileBytes(folder_ / L"LogEx.kcsv",
+                            "#format,kcsv\r\n#option,EnableRemoteTalk:1\r\n#column,keyword,talk,color\r\nsay,1,#ff0000\r\n");
+    Open();
+    Send("say one");
+    ASSERT_TRUE(vrltest::CopyStandIn(L"simtalk", L"RemoteTalk.exe", folder_.Path()));
+    Send("say two");  // the program counts from the next load on
+    log_.LoadLogRules();
+    Send("say three");
+    EXPECT_EQ(Text(extracted_), L"say one\rsay two\rsay three\r");
+    std::vector<std::string> talks;
+    for (int i = 0; i < 100 && talks.empty(); ++i, Sleep(50)) talks = vrltest::ReadLines(folder_ / L"RemoteTalk.log");
+    Sleep(200);
+    EXPECT_EQ(vrltest::ReadLines(folder_ / L"RemoteTalk.log"),
+              std::vector<std::string>{"RemoteTalk hidden=1 show=0 cmdline= /Talk \"say three\""});
+}
+
 TEST_F(LogWindow, AnyPayloadIsTakenAsALineOfAtMostTheLimit) {
     Open();
     std::string huge(1024 * 1024, 'x');
