@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <richedit.h>
 
-#include <algorithm>
 #include <string>
 
 #include "tests/common/alerts_support_win.h"
@@ -255,22 +254,6 @@ TEST_F(LogWindow, SpeechWithoutItsProgramStaysOffUntilALoadFindsIt) {
     Sleep(200);
     EXPECT_EQ(vrltest::ReadLines(folder_ / L"RemoteTalk.log"),
               std::vector<std::string>{"RemoteTalk hidden=1 show=0 cmdline= /Talk \"say three\""});
-}
-
-TEST_F(LogWindow, AnyPayloadIsTakenAsALineOfAtMostTheLimit) {
-    Open();
-    std::string huge(1024 * 1024, 'x');
-    Send(huge);
-    std::string bytes("ab\0cd", 5);  // the text ends at the first NUL
-    Send(bytes);
-    Send(std::string("\x81\xff\x82", 3));  // not valid in every code page
-    Send("");
-
-    const std::wstring text = Text(full_);
-    const size_t firstBreak = text.find(L'\r');
-    EXPECT_EQ(firstBreak, vrl::kLogTextLimit);
-    EXPECT_EQ(text.substr(firstBreak + 1, 3), L"ab\r");
-    EXPECT_EQ(std::count(text.begin(), text.end(), L'\r'), 4);
 }
 
 }  // namespace
