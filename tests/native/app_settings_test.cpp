@@ -89,20 +89,6 @@ TEST(AppSettings, ReadsEveryKeyByNameInItsPlaceIntoAValueOfItsOwn) {
     for (const auto& [value, position] : used) EXPECT_EQ(value, position);
 }
 
-TEST(AppSettings, ValuesAreReadLikeTheProfileFunctionsAndStringsAreCut) {
-    FakeProfile profile;
-    profile.values[u"enPetInfo"] = u"abc";
-    profile.values[u"enQuickSearch"] = u"7";
-    profile.values[u"iJpegQuality"] = u"-12px";
-    profile.values[u"wstrMorva"] = std::u16string(300, u'x');
-    AppSettings settings;
-    settings.Load(profile);
-    EXPECT_EQ(settings.enPetInfo, 0);
-    EXPECT_EQ(settings.enQuickSearch, 7);
-    EXPECT_EQ(settings.iJpegQuality, -12);
-    EXPECT_EQ(settings.wstrMorva.size(), 255u);
-}
-
 TEST(AppSettings, LanguageFollowsTheLocaleOnlyWhenUnset) {
     EXPECT_EQ(AppSettings::ResolveLanguage(-1, 0x0411), 1);
     EXPECT_EQ(AppSettings::ResolveLanguage(-1, 0x0409), 0);
