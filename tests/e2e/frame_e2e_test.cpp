@@ -5,7 +5,6 @@
 
 #include "e2e_support.h"
 
-#include <shellapi.h>
 
 namespace {
 
@@ -37,15 +36,6 @@ bool IsProcessAlive(HWND window) {
     return pid != 0;
 }
 
-// Whether the notification area holds the companion's icon: a change of nothing succeeds only then.
-bool TrayIconShown(HWND frame) {
-    NOTIFYICONDATAW data{};
-    data.cbSize = sizeof data;
-    data.hWnd = frame;
-    data.uID = 1234;
-    return ::Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
-}
-
 // In Japanese on an English system: the tray's Exit asks, No keeps both running, Yes closes the game
 // and then the companion, which takes its icon with it.
 TEST(ExitTogether, TheTraysExitAsksInTheChosenLanguageAndTakesTheTrayIconAlong) {
@@ -53,7 +43,7 @@ TEST(ExitTogether, TheTraysExitAsksInTheChosenLanguageAndTakesTheTrayIconAlong) 
     Running run;
     std::unique_ptr<Companion> companion;
     StartGame(run, companion, {}, "iLanguage=1\r\n");
-    EXPECT_TRUE(TrayIconShown(run.frame));
+    EXPECT_TRUE(e2e::TrayIconShown(run.frame));
 
     for (int answer : {IDNO, IDYES}) {
         ::PostMessageW(run.frame, WM_COMMAND, 32776, 0);
@@ -70,22 +60,7 @@ TEST(ExitTogether, TheTraysExitAsksInTheChosenLanguageAndTakesTheTrayIconAlong) 
     }
     EXPECT_EQ(companion->WaitExit(5000), 1u);
     EXPECT_FALSE(::IsWindow(run.game));
-    EXPECT_FALSE(TrayIconShown(run.frame));
-}
-
-// The frame base's Exit (57665) before any game window was found closes at once, without asking.
-TEST(ExitTogether, WithoutAGameWindowExitEndsAtOnce) {
-    e2e::InstallOptions options;
-    options.markerlessGame = true;
-    const Install install = e2e::MakeInstall(options);
-    install.WriteIni();
-    Companion companion(install);
-    HWND frame = e2e::WaitForFrame();
-    ASSERT_TRUE(frame);
-    EXPECT_TRUE(TrayIconShown(frame));
-    ::PostMessageW(frame, WM_COMMAND, 57665, 0);
-    EXPECT_EQ(companion.WaitExit(2000), 1u);
-    EXPECT_FALSE(TrayIconShown(frame));
+    EXPECT_FALSE(e2e::TrayIconShown(run.frame));
 }
 
 TEST(GameWatch, AGameThatKeepsAFurtherWindowIsEndedWithTheCompanion) {
