@@ -203,6 +203,7 @@ void CLogExtenderDlg::OnInitDialog() {
     fullView_ = Item(kViewId);
     pages_[0] = fullView_;
     pages_[1] = child_.View();
+    for (HWND view : pages_) log_view::LiftTextLimit(view);  // both, whatever the full-log setting
     InsertTab(tab_, 0, log_texts::kFullLog);
     InsertTab(tab_, 1, log_texts::kExtractedLog);
     LoadLogRules();
