@@ -61,7 +61,7 @@ std::string IntegerProblem(const ValueSpec& spec, const std::string& label, std:
                                             (value < spec.range.min || value > spec.range.max)));
     if (!outside) return problem;
     if (problem.empty()) problem = label + " " + std::to_string(value) + " is outside " + range;
-    if (spec.range.use == RangeUse::Expect) return problem + "; " + std::string(spec.outside);
+    if (spec.range.use == RangeUse::Expect) return problem + "; " + Utf16ToUtf8(spec.outside.en);
     return problem + "; the program uses " + std::to_string(used);
 }
 
@@ -69,7 +69,7 @@ std::string ChoiceProblem(const ValueSpec& spec, const std::string& label, std::
     for (std::u16string_view choice : spec.choices) {
         if (spec.choicesIgnoreCase ? AsciiLower(choice) == AsciiLower(text) : choice == text) return {};
     }
-    return label + " " + Quoted(text) + " is not one of " + Choices(spec.choices) + "; " + std::string(spec.outside);
+    return label + " " + Quoted(text) + " is not one of " + Choices(spec.choices) + "; " + Utf16ToUtf8(spec.outside.en);
 }
 
 bool Compiles(std::u16string_view pattern) {
@@ -92,7 +92,7 @@ std::string ValueProblem(const ValueSpec& spec, const std::string& label, std::u
                 return label + " " + Quoted(text) + " counts as on (only an empty cell or 0 is off)";
             }
             return {};
-        case ValueKind::Colour:
+        case ValueKind::ColourText:
             if (text.empty() || AsciiLower(text) == u"nothing" || ParseColour(text, kNoColour) != kNoColour) return {};
             return label + " " + Quoted(text) +
                    " is not a colour (write # and six hexadecimal digits, like #ff8000); it counts as no colour";
@@ -106,6 +106,9 @@ std::string ValueProblem(const ValueSpec& spec, const std::string& label, std::u
             return {};
         case ValueKind::Choice:
             return ChoiceProblem(spec, label, text);
+        case ValueKind::DateList:
+        case ValueKind::HourList:
+            return {};
         case ValueKind::Text:
         case ValueKind::FileName:
             if (spec.maxLength != 0 && text.size() > spec.maxLength) {
@@ -276,7 +279,7 @@ private:
         const unsigned line = where_.columnLine != 0 ? where_.columnLine : where_.formatLine;
         for (const ColumnSpec& column : schema.columns) {
             if (column.required && table_.ColumnIndex(column.name) < 0) {
-                Report(line, "missing column " + Quoted(column.name) + "; " + std::string(column.whenMissing));
+                Report(line, "missing column " + Quoted(column.name) + "; " + Utf16ToUtf8(column.whenMissing.en));
             }
         }
         for (const std::u16string& name : table_.Columns()) {
