@@ -122,13 +122,20 @@ void LogRuleSet::Load(const KcsvFile& table) {
     font_ = FontFrom(table);
 }
 
-bool LogRuleSet::Matches(std::size_t index, std::u16string_view text) const {
+LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text) const {
     const LogRule& rule = rules_[index];
-    if (!rule.regex) return rule.exact ? text == rule.keyword : text.find(rule.keyword) != std::u16string_view::npos;
+    if (!rule.regex) {
+        const bool match = rule.exact ? text == rule.keyword : text.find(rule.keyword) != std::u16string_view::npos;
+        return match ? Outcome::Match : Outcome::NoMatch;
+    }
     const std::optional<RuleRegex>& re = compiled_[index];
-    if (!re) return false;
-    const RuleRegex::Result result = rule.exact ? re->FullMatch(text) : re->Search(text);
-    return result == RuleRegex::Result::Match;
+    if (!re) return Outcome::BadExpression;
+    switch (rule.exact ? re->FullMatch(text) : re->Search(text)) {
+        case RuleRegex::Result::Match: return Outcome::Match;
+        case RuleRegex::Result::TooComplex: return Outcome::TooComplex;
+        case RuleRegex::Result::NoMatch: break;
+    }
+    return Outcome::NoMatch;
 }
 
 std::optional<std::size_t> LogRuleSet::FirstMatch(std::u16string_view text) const {

@@ -78,7 +78,10 @@ public:
     // The first rule that takes the text, if any. An expression too costly to match on this text
     // counts as not matching and the next rule is tried.
     std::optional<std::size_t> FirstMatch(std::u16string_view text) const;
-    bool Matches(std::size_t rule, std::u16string_view text) const;
+    bool Matches(std::size_t rule, std::u16string_view text) const { return Test(rule, text) == Outcome::Match; }
+    // Why a rule does or does not take the text.
+    enum class Outcome { Match, NoMatch, BadExpression, TooComplex };
+    Outcome Test(std::size_t rule, std::u16string_view text) const;
 
     int MasterVolume() const { return masterVolume_; }
     // The EnableRemoteTalk switch alone; speech also needs the speech program to exist.

@@ -13,12 +13,7 @@ namespace {
 
 namespace text = check_text;
 
-// A text as the player wrote it, between double quotes; very long texts are shortened.
-std::string Quoted(std::u16string_view value) {
-    constexpr std::size_t kLongest = 60;
-    if (value.size() > kLongest) return "\"" + Utf16ToUtf8(value.substr(0, kLongest)) + "...\"";
-    return "\"" + Utf16ToUtf8(value) + "\"";
-}
+std::string Quoted(std::u16string_view value) { return QuotedForReport(value); }
 
 std::string Choices(const std::vector<std::u16string_view>& choices) {
     std::string out;
@@ -507,6 +502,12 @@ std::string JsonList(const std::vector<std::u16string>& texts) {
 }
 
 }  // namespace
+
+std::string QuotedForReport(std::u16string_view text) {
+    constexpr std::size_t kLongest = 60;
+    if (text.size() > kLongest) return "\"" + Utf16ToUtf8(text.substr(0, kLongest)) + "...\"";
+    return "\"" + Utf16ToUtf8(text) + "\"";
+}
 
 std::string SayText(int language, const LangText& message, std::initializer_list<std::string> args) {
     const std::string pattern = Utf16ToUtf8(message.Get(language));

@@ -22,6 +22,9 @@ struct TableProblem {
 // whole file. The problems come ordered by line, in English (language 0) or Japanese (1).
 std::vector<TableProblem> CheckTableText(std::u16string_view path, std::string_view bytes, int language = 0);
 
+// A text as the player wrote it, between double quotes (UTF-8); very long texts are shortened.
+std::string QuotedForReport(std::u16string_view text);
+
 // The text of `message` in `language` (UTF-8), with %1, %2, ... replaced by `args`.
 std::string SayText(int language, const LangText& message, std::initializer_list<std::string> args);
 

@@ -115,4 +115,50 @@ inline constexpr LangText kTimeOfDayCase = {
 inline constexpr LangText kHourOutside = {u"%1 %2: hour %3 never comes; hours run from 0 to 23",
                                           u"%1 の %2: %3 時は来ません。時刻は 0 から 23 です"};
 
+// What the log window would do with one line ("vrltables try LogEx.kcsv LINE").
+inline constexpr LangText kTryLine = {u"line: %1", u"行: %1"};
+inline constexpr LangText kTryCut = {u"the line is longer than %1 characters; the program keeps the first %1",
+                                     u"行が %1 文字より長いので、プログラムは最初の %1 文字を使います"};
+inline constexpr LangText kTryNotice = {
+    u"the line begins with \"!\": it is a notice, written without the \"!\" to both logs; no rule is tested",
+    u"行が \"!\" で始まっているのでお知らせです。\"!\" を除いて両方のログに書かれ、ルールは試されません"};
+inline constexpr LangText kTryNoRule = {u"no rule takes the line; it appears in the full log only",
+                                        u"この行に一致するルールはありません。全ログにだけ表示されます"};
+inline constexpr LangText kTryRule = {u"rule %1 (line %2) takes the line: %3", u"ルール %1 (%2 行目) がこの行に一致します: %3"};
+inline constexpr LangText kTrySubstring = {u"%1 occurs in the line", u"%1 が行の中にあります"};
+inline constexpr LangText kTryExact = {u"the line is exactly %1", u"行がちょうど %1 です"};
+inline constexpr LangText kTrySearch = {u"the expression %1 matches part of the line",
+                                        u"正規表現 %1 が行の一部に一致します"};
+inline constexpr LangText kTryFull = {u"the expression %1 matches the whole line", u"正規表現 %1 が行全体に一致します"};
+inline constexpr LangText kTryColour = {u"  colour %1: the line is copied to the extracted log in it",
+                                        u"  色 %1: 行はこの色で抽出ログに写されます"};
+inline constexpr LangText kTryNoColour = {u"  no colour: the line is not copied to the extracted log",
+                                          u"  色なし: 行は抽出ログに写されません"};
+inline constexpr LangText kTrySpeaks = {u"  speech: %1", u"  読み上げ: %1"};
+inline constexpr LangText kTrySpeechOff = {u"  talk is on, but EnableRemoteTalk is not: nothing is spoken",
+                                           u"  talk はオンですが EnableRemoteTalk がオフなので読み上げません"};
+inline constexpr LangText kTrySpeechMissing = {
+    u"  talk is on, but %1 is missing: nothing is spoken (it would say %2)",
+    u"  talk はオンですが %1 がないので読み上げません (読み上げる文は %2)"};
+inline constexpr LangText kTrySound = {u"  sound %1 at volume %2, tried in this order until one plays:",
+                                       u"  効果音 %1 を音量 %2 で、鳴るまでこの順に試します:"};
+inline constexpr LangText kTryCandidates = {u"rules before it that came close:", u"その前のルールで惜しかったもの:"};
+inline constexpr LangText kTryCandidate = {u"  rule %1 (line %2): %3", u"  ルール %1 (%2 行目): %3"};
+inline constexpr LangText kTryWantsExact = {
+    u"exact is on, so the line must be exactly %1; the keyword only occurs in it",
+    u"exact がオンなので行がちょうど %1 である必要があります。キーワードは行の中にあるだけです"};
+inline constexpr LangText kTryWantsFull = {
+    u"exact is on, so the expression %1 must match the whole line; it matches only part of it",
+    u"exact がオンなので正規表現 %1 は行全体に一致する必要があります。一致するのは一部だけです"};
+inline constexpr LangText kTryOtherCase = {u"%1 occurs in the line only in other capitals; keywords are case-sensitive",
+                                           u"%1 は大文字と小文字の違う形でだけ行の中にあります。キーワードは区別します"};
+inline constexpr LangText kTryRegexOff = {
+    u"regex is off, so %1 is looked for as plain text; as an expression it would match",
+    u"regex がオフなので %1 はそのままの文字として探されます。正規表現としてなら一致します"};
+inline constexpr LangText kTryBadRegex = {u"%1 is not a valid regular expression, so the rule never matches",
+                                          u"%1 は正しい正規表現ではないので、このルールは一致しません"};
+inline constexpr LangText kTryTooComplex = {
+    u"the expression %1 is too complex to match on this line; it counts as no match",
+    u"正規表現 %1 はこの行に対して複雑すぎるので、一致しないものとして扱われます"};
+
 }  // namespace vrl::check_text

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
+#include <fstream>
+#include <sys/stat.h>
 #include <cstdio>
 #include <string>
 #include <unistd.h>
@@ -162,7 +165,7 @@ TEST(TableJson, OptionsColumnsAndRowsWithEscapes) {
 // Runs a command, returns what it printed (stdout and stderr) and sets its exit status.
 std::string RunTool(const std::string& command, int& status) {
     std::string output;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    FILE* pipe = popen((command + " 2>&1 </dev/null").c_str(), "r");
     if (!pipe) return output;
     char buffer[4096];
     for (std::size_t got; (got = fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, got);
@@ -170,28 +173,77 @@ std::string RunTool(const std::string& command, int& status) {
     return output;
 }
 
-// The command-line tool itself, on the deliberately broken sample table.
-TEST(VrlTables, ChecksTheBrokenLogTable) {
-    std::array<char, 4096> self{};
-    const ssize_t length = readlink("/proc/self/exe", self.data(), self.size() - 1);
-    ASSERT_GT(length, 0);
-    std::string tool(self.data(), static_cast<std::size_t>(length));
-    tool = tool.substr(0, tool.rfind('/') + 1) + "vrltables";
-    if (access(tool.c_str(), X_OK) != 0) GTEST_SKIP() << "vrltables not built beside the tests";
+// The command-line tool itself, run as a player runs it, in a folder laid out like an installation.
+class VrlTables : public testing::Test {
+protected:
+    void SetUp() override {
+        std::array<char, 4096> self{};
+        const ssize_t length = readlink("/proc/self/exe", self.data(), self.size() - 1);
+        ASSERT_GT(length, 0);
+        tool_ = std::string(self.data(), static_cast<std::size_t>(length));
+        tool_ = tool_.substr(0, tool_.rfind('/') + 1) + "vrltables";
+        if (access(tool_.c_str(), X_OK) != 0) GTEST_SKIP() << "vrltables not built beside the tests";
+        char folder[] = "/tmp/vrltables-XXXXXX";
+        ASSERT_NE(mkdtemp(folder), nullptr);
+        root_ = folder;
+        ASSERT_EQ(mkdir((root_ + "/Vorrel").c_str(), 0755), 0);
+        std::ifstream source(std::string(VRL_TEST_DATA) + "/LogEx.kcsv", std::ios::binary);
+        std::ofstream(root_ + "/Vorrel/LogEx.kcsv", std::ios::binary) << source.rdbuf();
+    }
+    void TearDown() override {
+        if (!root_.empty()) std::system(("rm -rf " + root_).c_str());
+    }
+    // The tool started in the program folder.
+    std::string Run(const std::string& args, int& status, const std::string& lang = "C") {
+        return RunTool("cd " + root_ + "/Vorrel && LANG=" + lang + " LC_ALL= " + tool_ + " " + args, status);
+    }
 
-    const std::string data = VRL_TEST_DATA;
+    std::string tool_;
+    std::string root_;
+};
+
+TEST_F(VrlTables, ChecksFilesWithOrWithoutTheCommandAndTheTablesOfItsFolder) {
     int status = 0;
-    const std::string output = RunTool(tool + " check " + data + "/LogEx.kcsv", status);
+    const std::string output = Run("check LogEx.kcsv", status);
     EXPECT_EQ(status, 1);
-    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:2: option MasterVolume 120 is outside 50 to 100")) << output;
-    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:7: keyword \"^You (gain|lose\" is not a valid regular expression"));
-    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:12: a second #column line"));
+    EXPECT_TRUE(Mentions(output, "LogEx.kcsv:2: option MasterVolume 120 is outside 50 to 100")) << output;
+    EXPECT_TRUE(Mentions(output, "LogEx.kcsv:7: keyword \"^You (gain|lose\" is not a valid regular expression"));
+    EXPECT_TRUE(Mentions(output, "LogEx.kcsv:12: a second #column line"));
+    EXPECT_EQ(Run("LogEx.kcsv", status), output);  // a dropped file is checked
+    EXPECT_EQ(Run("", status), output);            // no arguments: the known tables here
+    EXPECT_TRUE(Mentions(Run("", status, "ja_JP.UTF-8"), "LogEx.kcsv:12: 2 つ目の #column 行です"));
 
-    EXPECT_TRUE(Mentions(RunTool(tool + " dump " + data + "/LogEx.kcsv", status), "\"rows\": ["));
+    EXPECT_TRUE(Mentions(Run("dump LogEx.kcsv", status), "\"rows\": ["));
     EXPECT_EQ(status, 0);
-    EXPECT_TRUE(Mentions(RunTool(tool + " dump " + data + "/missing.kcsv", status), "cannot read the file"));
+    EXPECT_TRUE(Mentions(Run("dump missing.kcsv", status), "cannot read the file"));
     EXPECT_EQ(status, 1);
-    RunTool(tool + " frobnicate", status);
+    Run("dump", status);
+    EXPECT_EQ(status, 2);
+}
+
+TEST_F(VrlTables, TriesALogLineAsTheLogWindowHandlesIt) {
+    std::ofstream(root_ + "/Vorrel/RemoteTalk.exe") << "stand-in";
+    std::string game = root_ + "/";
+    for (char& c : game) c = c == '/' ? '\\' : c;
+    int status = 0;
+    const std::string output = Run("try LogEx.kcsv '[3] You gain a level up'", status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(output,
+              "line: \"[3] You gain a level up\"\n"
+              "rule 4 (line 9) takes the line: \"level up\" occurs in the line\n"
+              "  no colour: the line is not copied to the extracted log\n"
+              "  speech: \"You gain a level up\"\n"
+              "  sound \"levelup.wav\" at volume 0.50, tried in this order until one plays:\n"
+              "    " + game + "user\\music\\levelup.wav\n"
+              "    " + game + "user\\sound\\levelup.wav\n"
+              "    " + game + "sound\\levelup.wav\n"
+              "rules before it that came close:\n"
+              "  rule 2 (line 7): \"^You (gain|lose\" is not a valid regular expression, so the rule never matches\n");
+    EXPECT_TRUE(Mentions(Run("try LogEx.kcsv '[12] x'", status),
+                         "  rule 5 (line 10): exact is on, so the line must be exactly \"[12]\"; the keyword only "
+                         "occurs in it\n"));
+    EXPECT_TRUE(Mentions(Run("try LogEx.kcsv '!x'", status), "it is a notice"));
+    EXPECT_TRUE(Mentions(Run("try BGMEx.kcsv a", status), "try knows these tables: LogEx.kcsv"));
     EXPECT_EQ(status, 2);
 }
 
