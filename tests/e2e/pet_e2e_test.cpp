@@ -87,15 +87,6 @@ struct PetSession {
         ::SetWindowPos(panel, HWND_TOP, 0, 0, 900, 500, SWP_SHOWWINDOW);
     }
 
-    void WaitForScenario() const {
-        std::string transcript;
-        e2e::WaitUntil([&] {
-            transcript = install.ReadTranscript();
-            return transcript.find("module: end of scenario") != std::string::npos;
-        }, 20000);
-        ASSERT_NE(transcript.find("module: end of scenario"), std::string::npos) << transcript;
-    }
-
     LRESULT Send(const std::string& bytes, ULONG_PTR count) const {
         COPYDATASTRUCT data{};
         data.dwData = count;
@@ -159,7 +150,7 @@ TEST(PetPanel, RowsFiltersAndHostileMessagesAsThePlayerSeesThem) {
                "pet Gwen 9 101 12 300/1000 9/9 1/2 3/4\n"
                "pet \"sleepy dog\" 6 0 7 0/90 40/40 0/0 100/100\n"
                "petsend\n");
-    pets.WaitForScenario();
+    pets.install.WaitForScenarioEnd();
     // Same map: status 1 and 6 only, in slot order.
     EXPECT_EQ(pets.Row(0), "putit|Live|3|40|50/100|5/8|70/100");
     EXPECT_EQ(pets.Row(1), "sleepy dog|Dead|7|90|40/40|0/0|100/100");
