@@ -22,6 +22,7 @@ constexpr int kSlotGameWindow = 0;
 constexpr int kSlotScreen = 4;
 constexpr int kSlotReload = 8;
 constexpr int kSlotStatic1 = 12;
+constexpr int kSlotWordBox = 16;
 constexpr int kSlotItemPanel = 28;
 constexpr int kSlotFurtherWindow = 36;
 
@@ -178,6 +179,19 @@ std::string ScenarioRunner::WaitFor(Target target) {
                              : std::string("error: no ") + TargetName(target) + " window";
 }
 
+std::string ScenarioRunner::ReadWord() {
+    HWND frame = Frame();
+    HWND box = frame != nullptr ? SlotWindow(frame, kSlotWordBox) : nullptr;
+    if (box == nullptr || !IsWindow(box)) return "error: no word box";
+    wchar_t word[260] = {};
+    DWORD_PTR length = 0;
+    if (!SendMessageTimeoutW(box, WM_GETTEXT, 260, reinterpret_cast<LPARAM>(word), SMTO_ABORTIFHUNG, kSendTimeoutMs,
+                             &length)) {
+        return "error: no answer";
+    }
+    return "\"" + Utf8(std::wstring(word, std::min<std::size_t>(length, 259))) + "\"";
+}
+
 std::string ScenarioRunner::OpenFurtherWindow() {
     if (game_ == nullptr || !IsWindow(game_)) return "error: no game window";
     DWORD_PTR result = 0;
@@ -227,6 +241,14 @@ std::string ScenarioRunner::Execute(const Command& c) {
             return SendData(Target::kFullLog, 0, c.bytes);
         case Op::kCopyData:
             return SendData(c.target, static_cast<ULONG_PTR>(c.first), c.bytes);
+        case Op::kItem: {
+            ItemInfoRecord item = c.item;
+            const std::wstring name = FromUtf8(c.text);
+            item.name.assign(name.begin(), name.end());
+            return SendData(Target::kItem, 0, EncodeItemRecord(item));
+        }
+        case Op::kWord:
+            return ReadWord();
         case Op::kReload: {
             HWND frame = Frame();
             if (frame == nullptr) return "error: no frame window";

@@ -31,6 +31,8 @@ private:
     std::string WriteSlot(int index, LONG value);
     std::string WaitFor(Target target);
     std::string OpenFurtherWindow();
+    // The quick search word box's text, in double quotes.
+    std::string ReadWord();
     std::string QueuePet(const Command& command);
     std::string SendPets(const Command& command);
     // The frame, found again when the one we knew has gone; null when there is none.

@@ -74,6 +74,24 @@ TEST(Scenario, CopyDataNamesTheWindowTheCodeAndOptionalBytes) {
     ErrorOf("copydata pet");
 }
 
+TEST(Scenario, ItemTakesItsFieldsEnchantmentPairsAndAName) {
+    vrl::sim::Command c = Parse("item -7 512 0x402 10012:3,80005:-1 \" Fire dagger \"");
+    EXPECT_EQ(c.op, Op::kItem);
+    EXPECT_EQ(c.item.chipId, -7);
+    EXPECT_EQ(c.item.itemId, 512);
+    EXPECT_EQ(c.item.properties, 0x402u);
+    EXPECT_EQ(c.item.enchantments[1].id, 80005);
+    EXPECT_EQ(c.item.enchantments[1].value, -1);
+    EXPECT_EQ(c.item.enchantments[2].id, 0);
+    EXPECT_EQ(c.text, " Fire dagger ");
+    EXPECT_EQ(Parse("item 1 2 0 - Stone").text, "Stone");
+    ErrorOf("item 1 2 0");
+    ErrorOf("item 1 2 x - Stone");
+    ErrorOf("item 1 2 0 10012:3, Stone");
+    ErrorOf("item 1 2 0 1:1,2:2,3:3,4:4,5:5,6:6,7:7,8:8,9:9,10:10,11:11,12:12,13:13,14:14,15:15,16:16 Too many");
+    EXPECT_EQ(Parse("word").op, Op::kWord);
+}
+
 TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
     EXPECT_EQ(Parse("slot 36 -1").second, -1);
     EXPECT_EQ(Parse("reload 0x102").first, 0x102);
