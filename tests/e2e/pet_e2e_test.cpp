@@ -114,14 +114,23 @@ struct PetSession {
         for (int column = 1; column < 8; ++column) line += (column > 1 ? "|" : "") + Cell(row, column);
         return line;
     }
-    RECT CellRect(int row, int column) const {
+    // On the screen; the picture's rectangle with LVIR_ICON in column 0.
+    RECT CellRect(int row, int column, LONG part = LVIR_BOUNDS) const {
         RemoteBuffer remote(companion->ProcessId(), sizeof(RECT));
-        RECT r{LVIR_BOUNDS, column, 0, 0};
+        RECT r{part, column, 0, 0};
         remote.Write(0, &r, sizeof r);
         ::SendMessageW(list, LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(remote.At(0)));
         remote.Read(0, &r, sizeof r);
         ::MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&r), 2);
         return r;
+    }
+
+    // Once the game shows, it goes out of the panel's way, so that the screen shows the panel.
+    void MoveTheGameAway() const {
+        HWND game = e2e::WaitForGameWindow();
+        ASSERT_TRUE(game);
+        e2e::LetTheCompanionSeeTheGame(game);
+        ::SetWindowPos(game, HWND_BOTTOM, 0, 520, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
     }
 };
 
@@ -165,6 +174,13 @@ TEST(PetPanel, RowsFiltersAndHostileMessagesAsThePlayerSeesThem) {
     EXPECT_EQ(pets.Row(1), "Gwen|Museum|12|700|9/9|1/2|3/4");
     EXPECT_EQ(pets.Cell(2, 2), "Standby");  // an area without a name
 
+    // Pictures from the module's strip of three cells: slot 1's tile; slot 3 is beyond the strip.
+    pets.MoveTheGameAway();
+    const RECT putit = pets.CellRect(0, 0, LVIR_ICON);
+    const RECT dog = pets.CellRect(2, 0, LVIR_ICON);
+    EXPECT_EQ(PixelOnceItIs(putit.left + 2, putit.top + 20, RGB(0x30, 0xA0, 0x30)), RGB(0x30, 0xA0, 0x30));
+    EXPECT_EQ(PixelOnceItIs(dog.left + 2, dog.top + 20, RGB(255, 255, 255)), RGB(255, 255, 255));
+
     // Claims more records than it carries, or fewer: read only as far as both go.
     std::string three = Message({kPutit, kGwen, kDog});
     EXPECT_EQ(pets.Send(three.substr(0, 2 * 112 + 50), 3), TRUE);
@@ -194,6 +210,7 @@ TEST(PetPanel, RowsFiltersAndHostileMessagesAsThePlayerSeesThem) {
 TEST(PetPanel, JapaneseTextsAndTheReloadBit) {
     PetSession pets;
     pets.install.WriteProgramFile(L"PetInfo.kcsv", "#format,kcsv\r\n#option,iFilterIndex:1\r\n#column\r\n");
+    pets.install.WriteProgramFile(L"peticons.bmp", "BM not a bitmap");  // no pictures, the texts all the same
     pets.Start("iLanguage=1\r\n", "", L"ペット情報 - Vorrel");
     EXPECT_EQ(pets.Send({kPutit, kGwen, kDog}), TRUE);
     EXPECT_EQ(pets.Row(0), "putit|生存|3|40|50/100|5/8|70/100");
@@ -234,11 +251,7 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     EXPECT_EQ(pets.Send({kPutit}), TRUE);
 
     // The HP bar of putit (50 of 100) is half in the default bar colour, half in its background.
-    HWND game = e2e::WaitForGameWindow();
-    ASSERT_TRUE(game);
-    e2e::LetTheCompanionSeeTheGame(game);
-    // Out of the panel's way, so that the screen shows the panel.
-    ::SetWindowPos(game, HWND_BOTTOM, 0, 520, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+    pets.MoveTheGameAway();
     const RECT hp = pets.CellRect(0, 5);
     const int barY = hp.bottom - 2 - 3;
     const int inner = (hp.right - 3) - (hp.left + 3);
@@ -277,7 +290,7 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     ::SendMessageW(pets.panel, WM_COMMAND, MAKEWPARAM(kFilterId, CBN_SELENDOK),
                    reinterpret_cast<LPARAM>(::GetDlgItem(pets.panel, kFilterId)));
     ::SendMessageW(pets.list, LVM_SETCOLUMNWIDTH, 1, 133);
-    ::PostMessageW(game, WM_CLOSE, 0, 0);
+    ::PostMessageW(e2e::WaitForGameWindow(), WM_CLOSE, 0, 0);
     ASSERT_EQ(pets.companion->WaitExit(15000), 1u);
     const std::string saved = ReadFile(pets.install, L"PetInfo.kcsv");
     for (const char* option : {"Mine:keep this", "iFilterIndex:1", "iNameColumnWidth:133", "colHpBar:#00ff00"})
