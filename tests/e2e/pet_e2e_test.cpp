@@ -237,6 +237,21 @@ HWND OpenColourDialog(const PetSession& pets) {
     return dialog;
 }
 
+void PressKey(WORD key) {
+    INPUT keys[2] = {};
+    keys[0].type = keys[1].type = INPUT_KEYBOARD;
+    keys[0].ki.wVk = keys[1].ki.wVk = key;
+    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    ::SendInput(2, keys, sizeof(INPUT));
+    ::Sleep(50);
+}
+
+std::wstring EditText(HWND dialog, int id) {
+    wchar_t text[32] = {};
+    ::GetDlgItemTextW(dialog, id, text, 32);
+    return text;
+}
+
 COLORREF SwatchPixel(HWND dialog, int swatchId, COLORREF expected) {
     RECT r{};
     ::GetWindowRect(::GetDlgItem(dialog, swatchId), &r);
@@ -275,11 +290,16 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     ::SetDlgItemTextW(dialog, kHpBarEditId, L"xyz");
     EXPECT_EQ(SwatchPixel(dialog, kHpBarEditId + 1, RGB(0, 255, 0)), RGB(0, 255, 0));
     ::SetDlgItemTextW(dialog, kStRatioEditId, L"");
+    // "Select..." of the HP bar's background: the colour menu, Current setting, Black, White.
+    ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(kHpBarEditId + 5, BN_CLICKED), 0);
+    ASSERT_TRUE(e2e::WaitForWindow(L"#32768", nullptr, 5000));
+    for (WORD key : {VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN}) PressKey(key);
+    EXPECT_TRUE(e2e::WaitUntil([&] { return EditText(dialog, kHpBarEditId + 3) == L"#ffffff"; }, 5000));
     e2e::Press(dialog, IDOK);
     ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(dialog); }, 5000));
     const std::string written = ReadFile(pets.install, L"PetInfo.kcsv");
     for (const char* option : {"Mine:keep this", "iNameColumnWidth:111", "colHpBar:#00ff00", "iStColumnWidthRatio:0",
-                               "colMpBar:#0000ff", "colText:#000000", "colBk:#ffffff", "bStBarEnabled:1"})
+                               "colMpBar:#0000ff", "colHpBarBk:#ffffff", "colText:#000000", "colBk:#ffffff", "bStBarEnabled:1"})
         EXPECT_NE(written.find(option), std::string::npos) << option << " in\n" << written;
     const RECT hpNow = pets.CellRect(0, 5);  // the ST column has no width now: HP has more
     EXPECT_GT(hpNow.right - hpNow.left, hp.right - hp.left);
