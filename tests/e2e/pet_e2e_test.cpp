@@ -153,6 +153,8 @@ COLORREF PixelOnceItIs(int x, int y, COLORREF expected) {
 
 TEST(PetPanel, RowsFiltersAndHostileMessagesAsThePlayerSeesThem) {
     PetSession pets;
+    const std::string notes = "my pets: putit, Gwen\r\n";  // not a table: read as nothing, never overwritten
+    pets.install.WriteProgramFile(L"PetInfo.kcsv", notes);
     pets.Start("",
                "peticons 3\n"
                "pet putit 1 0 3 10/50 50/100 5/8 70/100\n"
@@ -203,6 +205,7 @@ TEST(PetPanel, RowsFiltersAndHostileMessagesAsThePlayerSeesThem) {
     // The tray item brings the closed panel back.
     ::SendMessageW(pets.panel, WM_COMMAND, IDCANCEL, 0);
     EXPECT_FALSE(::IsWindowVisible(pets.panel));
+    EXPECT_EQ(ReadFile(pets.install, L"PetInfo.kcsv"), notes);
     ::SendMessageW(pets.frame, WM_COMMAND, kShowPetInfo, 0);
     EXPECT_TRUE(::IsWindowVisible(pets.panel));
 }
