@@ -172,8 +172,8 @@ void CMainFrame::CreateStatusStatics() {
 }
 
 void CMainFrame::CreateCompanionWindows() {
-    // The log, music, pet, item, quick search, treasure map and equip set windows slot in here,
-    // in that order, as each is built.
+    // The companion windows in their order: logs, pet, quick search, music, treasure map, equip
+    // sets, item information.
     const AppSettings& settings = App().settings;
     extractedLog_ = nullptr;
     if (settings.enLogExtender && logWindow_.Create()) {
@@ -186,6 +186,11 @@ void CMainFrame::CreateCompanionWindows() {
         quickSearch_.Show(SW_SHOW);
         ::RegisterHotKey(m_hWnd, kCmdShowQuickSearch, MOD_CONTROL | MOD_ALT, 'F');
     }
+    if (settings.enMusicExtender && musicPanel_.Create()) {
+        musicPanel_.Show(SW_SHOW);
+        ::RegisterHotKey(m_hWnd, kCmdShowMusicPanel, MOD_CONTROL | MOD_ALT, 'M');
+    }
+    // The treasure map and the equip sets come here.
     if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
@@ -198,6 +203,10 @@ void CMainFrame::DestroyCompanionWindows() {
     }
     itemInfo_.Destroy();
     quickSearch_.Destroy();
+    if (musicPanel_.IsWindow()) {
+        musicPanel_.SaveVolumeTable();
+        musicPanel_.Destroy();
+    }
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -345,6 +354,8 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         if (itemInfo_.IsWindow()) itemInfo_.ShowInFront();
         return;
     case kCmdShowMusicPanel:
+        if (musicPanel_.IsWindow()) musicPanel_.ShowInFront();
+        return;
     case kCmdShowVstEditor:
         return;  // their windows are not built yet
     }

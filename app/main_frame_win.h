@@ -11,6 +11,7 @@
 #include "panels/item_info_win.h"
 #include "panels/quick_search_win.h"
 #include "panels/pet_extender_dlg_win.h"
+#include "music/music_player_dlg_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -66,6 +67,7 @@ private:
     CQuickSearchDlg quickSearch_;
     CItemInfoDlg itemInfo_;
     CPetExtenderDlg petPanel_;
+    CMusicPlayerDlg musicPanel_;
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;
