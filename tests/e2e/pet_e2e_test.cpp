@@ -240,13 +240,14 @@ HWND OpenColourDialog(const PetSession& pets) {
     return dialog;
 }
 
-void PressKey(WORD key) {
-    INPUT keys[2] = {};
-    keys[0].type = keys[1].type = INPUT_KEYBOARD;
-    keys[0].ki.wVk = keys[1].ki.wVk = key;
-    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    ::SendInput(2, keys, sizeof(INPUT));
-    ::Sleep(50);
+void ClickAt(int x, int y) {
+    ::SetCursorPos(x, y);
+    ::Sleep(100);
+    INPUT input[2] = {};
+    input[0].type = input[1].type = INPUT_MOUSE;
+    input[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    input[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    ::SendInput(2, input, sizeof(INPUT));
 }
 
 std::wstring EditText(HWND dialog, int id) {
@@ -293,16 +294,26 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     ::SetDlgItemTextW(dialog, kHpBarEditId, L"xyz");
     EXPECT_EQ(SwatchPixel(dialog, kHpBarEditId + 1, RGB(0, 255, 0)), RGB(0, 255, 0));
     ::SetDlgItemTextW(dialog, kStRatioEditId, L"");
-    // "Select..." of the HP bar's background: the colour menu, Current setting, Black, White.
+    // "Select..." of the HP bar's background, and in the colour menu the last item of the first
+    // column: "Orange". Clicked: the menu takes the mouse whichever window is active.
     ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(kHpBarEditId + 5, BN_CLICKED), 0);
-    ASSERT_TRUE(e2e::WaitForWindow(L"#32768", nullptr, 5000));
-    for (WORD key : {VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN}) PressKey(key);
-    EXPECT_TRUE(e2e::WaitUntil([&] { return EditText(dialog, kHpBarEditId + 3) == L"#ffffff"; }, 5000));
+    HWND menu = nullptr;
+    ASSERT_TRUE(e2e::WaitUntil([&] { return (menu = e2e::VisibleWindowOf(pets.companion->ProcessId(), L"#32768")); }, 5000));
+    // Shown a moment before its loop takes the mouse: a click that came too soon is given again.
+    const auto chosen = [&] { return EditText(dialog, kHpBarEditId + 3) == L"#ff7f00"; };
+    for (int attempt = 0; attempt < 3 && ::IsWindowVisible(menu) && !chosen(); ++attempt) {
+        ::Sleep(300);
+        RECT menuRect{};
+        ::GetWindowRect(menu, &menuRect);
+        ClickAt(menuRect.left + 30, menuRect.bottom - 7);
+        e2e::WaitUntil(chosen, 2000);
+    }
+    EXPECT_TRUE(chosen());
     e2e::Press(dialog, IDOK);
     ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(dialog); }, 5000));
     const std::string written = ReadFile(pets.install, L"PetInfo.kcsv");
     for (const char* option : {"Mine:keep this", "iNameColumnWidth:111", "colHpBar:#00ff00", "iStColumnWidthRatio:0",
-                               "colMpBar:#0000ff", "colHpBarBk:#ffffff", "colText:#000000", "colBk:#ffffff", "bStBarEnabled:1"})
+                               "colMpBar:#0000ff", "colHpBarBk:#ff7f00", "colText:#000000", "colBk:#ffffff", "bStBarEnabled:1"})
         EXPECT_NE(written.find(option), std::string::npos) << option << " in\n" << written;
     const RECT hpNow = pets.CellRect(0, 5);  // the ST column has no width now: HP has more
     EXPECT_GT(hpNow.right - hpNow.left, hp.right - hp.left);
