@@ -26,9 +26,12 @@ void Shot(const char* name) {
     char label[128];
     std::snprintf(label, sizeof label, "%02d-%s", ++n, name);
     const std::wstring request = g_handshake + L"\\request";
-    if (FILE* f = _wfopen(request.c_str(), L"wb")) {
+    // Written whole under another name first: the script must never read a half-written request.
+    const std::wstring partial = request + L".tmp";
+    if (FILE* f = _wfopen(partial.c_str(), L"wb")) {
         std::fputs(label, f);
         std::fclose(f);
+        MoveFileExW(partial.c_str(), request.c_str(), MOVEFILE_REPLACE_EXISTING);
     }
     for (int i = 0; i < 300 && GetFileAttributesW(request.c_str()) != INVALID_FILE_ATTRIBUTES; ++i) Sleep(100);
     std::printf("shot %s\n", label);
@@ -105,6 +108,21 @@ int wmain(int argc, wchar_t** argv) {
         SetWindowPos(music, HWND_TOP, 1280 - (box.right - box.left), 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
         Sleep(500);
         Shot("music-panel");
+    }
+
+    // The pet panel beside the game, then its colour dialog.
+    HWND pets = WaitFor(L"#32770", japanese ? L"ペット情報 - Vorrel" : L"Pet Information - Vorrel", 2000);
+    if (pets) {
+        Place(pets, 160, 300, 1000, 560);
+        SendMessageW(frame, WM_COMMAND, 34105, 0);
+        Sleep(500);
+        Shot("pet-panel");
+        PostMessageW(pets, WM_COMMAND, MAKEWPARAM(1002, BN_CLICKED), 0);
+        HWND colours = WaitFor(L"#32770", japanese ? L"色の設定 - ペット情報" : L"Config Color of Pet Information", 5000);
+        Sleep(500);
+        Shot("pet-colours");
+        if (colours) PostMessageW(colours, WM_COMMAND, IDCANCEL, 0);
+        Sleep(300);
     }
 
     // The item the module sent, beside the game; the quick search bar below it with its list open.
