@@ -170,8 +170,8 @@ void CMainFrame::RegisterCtrlAltHotkey(int id, UINT key) const {
 }
 
 void CMainFrame::CreateCompanionWindows() {
-    // The log, music, pet, item, quick search, treasure map and equip set windows slot in here,
-    // in that order, as each is built.
+    // The companion windows in their order: logs, pet, quick search, music, treasure map, equip
+    // sets, item information.
     const AppSettings& settings = App().settings;
     extractedLog_ = nullptr;
     if (settings.enLogExtender && logWindow_.Create()) {
@@ -179,11 +179,32 @@ void CMainFrame::CreateCompanionWindows() {
         extractedLog_->Show(SW_SHOW);
         if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
     }
+    if (settings.enPetInfo && petPanel_.Create()) petPanel_.Show(SW_SHOW);
+    if (settings.enQuickSearch && quickSearch_.Create()) {
+        quickSearch_.Show(SW_SHOW);
+        RegisterCtrlAltHotkey(kCmdShowQuickSearch, 'F');
+    }
+    if (settings.enMusicExtender && musicPanel_.Create()) {
+        musicPanel_.Show(SW_SHOW);
+        RegisterCtrlAltHotkey(kCmdShowMusicPanel, 'M');
+    }
+    // The treasure map and the equip sets come here.
+    if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
 void CMainFrame::DestroyCompanionWindows() {
     logWindow_.Destroy();
     if (extractedLog_) extractedLog_->Destroy();
+    if (petPanel_.IsWindow()) {
+        petPanel_.SaveOptions();
+        petPanel_.Destroy();
+    }
+    itemInfo_.Destroy();
+    quickSearch_.Destroy();
+    if (musicPanel_.IsWindow()) {
+        musicPanel_.SaveVolumeTable();
+        musicPanel_.Destroy();
+    }
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -310,15 +331,23 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowExtractedLog:
         ShowLog(1);
         return;
+    case kCmdShowPetInfo:
+        if (petPanel_.IsWindow()) petPanel_.ShowInFront();
+        return;
     case kCmdAbout:
     case kCmdAboutFrameBase:
         CAboutBox::Open();
         return;
-    case kCmdShowMusicPanel:
-    case kCmdShowVstEditor:
     case kCmdShowQuickSearch:
-    case kCmdShowPetInfo:
+        if (quickSearch_.IsWindow()) quickSearch_.ShowInFront();
+        return;
     case kCmdShowItemInfo:
+        if (itemInfo_.IsWindow()) itemInfo_.ShowInFront();
+        return;
+    case kCmdShowMusicPanel:
+        if (musicPanel_.IsWindow()) musicPanel_.ShowInFront();
+        return;
+    case kCmdShowVstEditor:
         return;  // their windows are not built yet
     }
     if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) return;

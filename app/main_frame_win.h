@@ -9,6 +9,10 @@
 #include "app/num_lock_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
+#include "panels/item_info_win.h"
+#include "panels/quick_search_win.h"
+#include "panels/pet_extender_dlg_win.h"
+#include "music/music_player_dlg_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -61,6 +65,10 @@ private:
     TrayIcon tray_;
     CLogExtenderDlg logWindow_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
+    CQuickSearchDlg quickSearch_;
+    CItemInfoDlg itemInfo_;
+    CPetExtenderDlg petPanel_;
+    CMusicPlayerDlg musicPanel_;
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;
