@@ -157,6 +157,14 @@ int wmain(int argc, wchar_t** argv) {
     if (about) PostMessageW(about, WM_COMMAND, IDOK, 0);
     Sleep(300);
 
+    // The tray's Exit while the game runs asks first; No keeps both.
+    PostMessageW(frame, WM_COMMAND, 32776, 0);
+    HWND question = WaitFor(L"#32770", L"Vorrel", 5000);
+    Sleep(300);
+    Shot("exit-question");
+    if (question) PostMessageW(question, WM_COMMAND, IDNO, 0);
+    Sleep(300);
+
     PostMessageW(game, WM_CLOSE, 0, 0);
     DWORD code = STILL_ACTIVE;
     if (WaitForSingleObject(companion.hProcess, 10000) == WAIT_OBJECT_0) GetExitCodeProcess(companion.hProcess, &code);
