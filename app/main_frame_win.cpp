@@ -179,11 +179,15 @@ void CMainFrame::CreateCompanionWindows() {
         extractedLog_->Show(SW_SHOW);
         if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
     }
+    if (settings.enTreasureMap) treasureMap_.Create();
+    if (settings.enEquipSet) equipSet_.Create();
 }
 
 void CMainFrame::DestroyCompanionWindows() {
     logWindow_.Destroy();
     if (extractedLog_) extractedLog_->Destroy();
+    treasureMap_.Destroy();
+    equipSet_.Destroy();
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -346,6 +350,11 @@ void CMainFrame::OnClearLogRequest(WPARAM which) {
     if (which == 1) logWindow_.ClearExtractedView();
 }
 
-void CMainFrame::OnOpenEquipSetRequest() {}
+void CMainFrame::OnOpenEquipSetRequest() {
+    if (!equipSet_.IsWindow() || !equipSet_.LoadSetNames()) return;
+    equipSet_.SwitchMode(equip_set::Mode::kMenu);
+    equipSet_.ShowInFront();
+    ::SetForegroundWindow(equipSet_.Handle());
+}
 
 }  // namespace vrl

@@ -8,6 +8,8 @@
 #include "app/message_loop_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
+#include "panels/equip_set_win.h"
+#include "panels/treasure_map_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -60,6 +62,8 @@ private:
     TrayIcon tray_;
     CLogExtenderDlg logWindow_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
+    CTreasureMapDlg treasureMap_;
+    CEquipSetDlg equipSet_;
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

@@ -58,7 +58,7 @@ bool ParseHexNumber(const std::string& token, std::int64_t* value) {
 struct Shape {
     const char* name;
     Op op;
-    enum Args { kNone, kText, kHex, kNumber, kTwoNumbers, kMessage, kTarget, kCopyData } args;
+    enum Args { kNone, kText, kHex, kNumber, kTwoNumbers, kNoneOrTwoNumbers, kMessage, kTarget, kCopyData } args;
 };
 
 constexpr Shape kShapes[] = {
@@ -75,7 +75,8 @@ constexpr Shape kShapes[] = {
     {"readslot", Op::kReadSlot, Shape::kNumber},
     {"static1", Op::kStatic1, Shape::kText},
     {"screen", Op::kScreen, Shape::kNumber},
-    {"open36", Op::kOpen36, Shape::kNone},
+    {"open36", Op::kOpen36, Shape::kNoneOrTwoNumbers},
+    {"showmap", Op::kShowMap, Shape::kNumber},
     {"wait", Op::kWait, Shape::kNumber},
     {"waitfor", Op::kWaitFor, Shape::kTarget},
     {"close", Op::kClose, Shape::kNone},
@@ -107,6 +108,8 @@ std::string ParseArguments(Shape::Args args, const std::string& rest, Command* c
                            ParseNumber(words[1], &command->second)
                        ? ""
                        : "expects two numbers";
+        case Shape::kNoneOrTwoNumbers:
+            return words.empty() ? "" : ParseArguments(Shape::kTwoNumbers, rest, command);
         case Shape::kMessage:
             if (words.empty() || words.size() > 2 || !ParseHexNumber(words[0], &command->first)) {
                 return "expects a message number in hex and an optional wParam";

@@ -23,7 +23,8 @@ enum class Op {
     kReadSlot,     // readslot INDEX
     kStatic1,      // static1 TEXT: text of the status static in slot 12
     kScreen,       // screen N: slot 4
-    kOpen36,       // open36: the game opens its further window, published in slot 36
+    kOpen36,       // open36 [WIDTH HEIGHT]: the game opens its further window, published in slot 36
+    kShowMap,      // showmap 1|0: the game shows or hides its treasure map
     kWait,         // wait MS
     kWaitFor,      // waitfor TARGET
     kClose,        // close: WM_CLOSE to the game window
@@ -40,7 +41,7 @@ struct Command {
     std::string text;                  // log, log0, static1: UTF-8 after escapes
     std::vector<unsigned char> bytes;  // logbytes, copydata
     std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData
-    std::int64_t second = 0;           // wParam, slot value
+    std::int64_t second = 0;           // wParam, slot value, height
 };
 
 struct ParsedLine {

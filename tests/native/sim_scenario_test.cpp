@@ -80,6 +80,9 @@ TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
     EXPECT_EQ(Parse("waitfor fulllog").target, Target::kFullLog);
     EXPECT_EQ(Parse("waitfor map").target, Target::kTreasureMap);
     EXPECT_EQ(Parse("  closemain  ").op, Op::kCloseMain);
+    EXPECT_EQ(Parse("open36").first, 0);
+    EXPECT_EQ(Parse("open36 240 1200").second, 1200);
+    ErrorOf("open36 240");
     ErrorOf("slot 8");
     ErrorOf("wait 10ms");
     ErrorOf("waitfor nothing");
