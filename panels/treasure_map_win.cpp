@@ -80,13 +80,7 @@ bool CTreasureMapDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM, LR
 
 void CTreasureMapDlg::OnInitDialog() {
     SetProgramIcons(m_hWnd);
-    RECT window{}, screen{};
-    ::GetWindowRect(m_hWnd, &window);
-    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
-    const int width = window.right - window.left, height = window.bottom - window.top;
-    ::SetWindowPos(m_hWnd, nullptr, screen.left + (screen.right - screen.left - width) / 2,
-                   screen.top + (screen.bottom - screen.top - height) / 2, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    CentreOnParent(m_hWnd);
 }
 
 void CTreasureMapDlg::CaptureAndShow() {

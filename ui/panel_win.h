@@ -16,6 +16,10 @@ void SetProgramIcons(HWND window);
 // "<name in the language in force> - Vorrel".
 void SetPanelTitle(HWND window, const LangText& name);
 
+// Centres `window` on its parent, or on the work area of its monitor when it has no parent worth
+// centring on (none, hidden or minimised); kept inside the work area.
+void CentreOnParent(HWND window);
+
 // Modeless panel: owned by nobody, with the program's instance. nullptr when it cannot be created.
 // `proc` receives every message from the first one on, and `param` with WM_INITDIALOG, exactly as
 // if it had been given to the dialog creator itself.
