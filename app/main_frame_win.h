@@ -8,6 +8,9 @@
 #include "app/message_loop_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
+#include "panels/item_info_win.h"
+#include "panels/quick_search_win.h"
+#include "panels/pet_extender_dlg_win.h"
 #include "panels/equip_set_win.h"
 #include "panels/treasure_map_win.h"
 #include "ui/window_win.h"
@@ -62,6 +65,9 @@ private:
     TrayIcon tray_;
     CLogExtenderDlg logWindow_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
+    CQuickSearchDlg quickSearch_;
+    CItemInfoDlg itemInfo_;
+    CPetExtenderDlg petPanel_;
     CTreasureMapDlg treasureMap_;
     CEquipSetDlg equipSet_;
     HMODULE richEdit_ = nullptr;

@@ -32,6 +32,10 @@ private:
     std::string WaitFor(Target target);
     // Opens (or resizes, when `width` and `height` are not 0) the game's further window.
     std::string OpenFurtherWindow(int width, int height);
+    // The quick search word box's text, in double quotes.
+    std::string ReadWord();
+    std::string QueuePet(const Command& command);
+    std::string SendPets(const Command& command);
     // The frame, found again when the one we knew has gone; null when there is none.
     HWND Frame();
     HWND CompanionWindow(Target target);
@@ -39,6 +43,7 @@ private:
     std::wstring transcript_;
     HWND frame_ = nullptr;
     HWND game_ = nullptr;
+    std::vector<unsigned char> pets_;  // pet slots written since the last petsend
 };
 
 }  // namespace vrl::sim
