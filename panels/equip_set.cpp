@@ -31,6 +31,11 @@ Mode ModeForMenuChoice(int selected) {
     return Mode::kMenu;
 }
 
+bool IsCharacterFolderName(std::u16string_view name) {
+    if (name.empty() || name == u"." || name == u"..") return false;
+    return name.find_first_of(u"\\/:") == std::u16string_view::npos;
+}
+
 std::u16string NameKey(int index) { return u"EqSetName_" + Padded(IsSet(index) ? index : 0, 2, u'0'); }
 
 std::u16string DefaultName(int index, int language) {

@@ -24,6 +24,10 @@ enum class Mode { kMenu = 0, kRestore = 10, kSave = 20, kEdit = 30 };
 // Menu entry `selected` (0 restore, 1 save, 2 edit) leads to this mode; the menu itself otherwise.
 Mode ModeForMenuChoice(int selected);
 
+// True when `name` (the module's text in status static 1) names one folder right inside the
+// save folder: not empty, not "." or "..", no path separator and no drive colon.
+bool IsCharacterFolderName(std::u16string_view name);
+
 // "EqSetName_00" ... "EqSetName_09".
 std::u16string NameKey(int index);
 // "Set 1" ... "Set10" in English, "装備セット 1" ... in Japanese: the name of a set without a key.

@@ -140,9 +140,9 @@ bool CEquipSetDlg::LoadSetNames() {
     const std::wstring character = game_link::StatusStaticText(App().frame, game_link::kSlotStatusStatic1,
                                                               kStatusTextLimit);
     const std::wstring folder = App().folders.gameSave + L"\\" + character;
-    // No name is no character: the save folder itself holds none of the sets. A failed check is not
+    // Only a folder right inside the save folder is a character's. A failed check is not
     // remembered, so the next request looks again (the game may not have loaded a character yet).
-    if (character.empty() || !IsFolder(folder)) {
+    if (!equip_set::IsCharacterFolderName(U16(character)) || !IsFolder(folder)) {
         ::MessageBoxW(m_hWnd, W(equip_set::texts::kNoCharacter.Get()), L"", MB_OK);
         return false;
     }

@@ -73,8 +73,8 @@ struct EquipWindow {
         return e2e::WaitUntil([&] { return TitleOf(window) == title; }, 3000);
     }
     void Down(int times) const {
-        for (int i = 0; i < times; ++i) ::PostMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
         const LRESULT wanted = Selection() + times;
+        for (int i = 0; i < times; ++i) ::PostMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
         e2e::WaitUntil([&] { return Selection() == wanted; }, 3000);
     }
 };
@@ -141,6 +141,8 @@ TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
 
     HWND edit = e2e::WaitForWindow(L"#32770", L"Edit", 5000);
     ASSERT_TRUE(edit);
+    // A modal dialog shows itself once its set-up has filled the edit.
+    ASSERT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(edit) != FALSE; }, 3000));
     wchar_t shown[64] = {};
     ::GetDlgItemTextW(edit, 1000, shown, 64);
     EXPECT_STREQ(shown, L"装備セット 2");

@@ -17,6 +17,13 @@ TEST(EquipSet, KeysDefaultNamesAndListEntriesOfTheTenSets) {
     EXPECT_EQ(ListEntry(9, DefaultName(9, 0)), u"0:Set10") << "the tenth set answers to the 0 key";
 }
 
+TEST(EquipSet, OnlyAFolderRightInsideTheSaveFolderIsACharacter) {
+    EXPECT_TRUE(IsCharacterFolderName(u"hero"));
+    EXPECT_TRUE(IsCharacterFolderName(u"勇者 2"));
+    for (const char16_t* name : {u"", u".", u"..", u"..\\other", u"a/b", u"C:hero"})
+        EXPECT_FALSE(IsCharacterFolderName(name));
+}
+
 TEST(EquipSet, RequestCodesOnlyForRestoreAndSaveOfARealSet) {
     EXPECT_EQ(RequestCode(Mode::kRestore, 3), 11003);
     EXPECT_EQ(RequestCode(Mode::kSave, 3), 12003);
