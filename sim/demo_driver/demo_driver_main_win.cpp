@@ -50,6 +50,15 @@ void PressKey(WORD key) {
 // The equip set window as the module opens it for the character "hero", then its restore list.
 void ShowEquipSets(HWND frame, HWND game) {
     HWND status = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 12)));
+    // Before the game has loaded a character the player is told so.
+    SendMessageW(status, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"nobody"));
+    PostMessageW(frame, 0xA000, 0, 0);
+    if (HWND box = WaitFor(L"#32770", L"", 3000)) {
+        Sleep(300);
+        Shot("equip-set-no-character");
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        Sleep(300);
+    }
     SendMessageW(status, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"hero"));
     SendMessageW(frame, 0xA000, 0, 0);
     HWND equip = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 20)));
