@@ -102,6 +102,7 @@ bool CEditStringDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM, LRE
     switch (msg) {
     case WM_INITDIALOG: {
         HWND edit = Item(kEditId);
+        ::SendMessageW(edit, EM_LIMITTEXT, equip_set::kEditLimit, 0);  // no typing what OK would drop
         ::SetWindowTextW(edit, W(text_));
         ::SendMessageW(edit, EM_SETSEL, text_.size(), static_cast<LPARAM>(text_.size()));
         ::SetFocus(edit);
