@@ -118,6 +118,7 @@ TEST(EquipSets, KeysWalkTheMenuRestoreTheFourthSetGoBackAndShiftCloses) {
     ::PostMessageW(equip.list, WM_KEYDOWN, VK_RETURN, 0);
     EXPECT_TRUE(e2e::WaitUntil([&] { return ::GetWindowLongW(run.frame, kSlotEquipRequest) == 11003; }, 3000));
     EXPECT_TRUE(equip.Entries().empty());
+    EXPECT_EQ(::GetForegroundWindow(), run.game) << "the module acts once its game is in front";
 
     ASSERT_TRUE(equip.Key(VK_LEFT, L"Vrl [Equip set menu]"));
     EXPECT_EQ(equip.Selection(), 0);
