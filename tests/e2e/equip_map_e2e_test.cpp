@@ -114,7 +114,8 @@ TEST(EquipSets, KeysWalkTheMenuRestoreTheFourthSetGoBackAndShiftCloses) {
     EXPECT_EQ(sets[6], L"7:Set 7");
     EXPECT_EQ(sets[9], L"0:Set10");
 
-    equip.Down(3);
+    ::PostMessageW(equip.list, WM_KEYDOWN, '4', 0);  // the digit picks the entry it begins
+    EXPECT_TRUE(e2e::WaitUntil([&] { return equip.Selection() == 3; }, 3000));
     ::PostMessageW(equip.list, WM_KEYDOWN, VK_RETURN, 0);
     EXPECT_TRUE(e2e::WaitUntil([&] { return ::GetWindowLongW(run.frame, kSlotEquipRequest) == 11003; }, 3000));
     EXPECT_TRUE(equip.Entries().empty());
