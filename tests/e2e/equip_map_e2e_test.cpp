@@ -137,7 +137,9 @@ TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
     EXPECT_EQ(TitleOf(equip.window), L"Vrl [装備セットメニュー]");
     equip.Down(2);
     ASSERT_TRUE(equip.Key(VK_RETURN, L"装備セットの編集"));
-    EXPECT_EQ(equip.Entries()[9], L"0:装備セット10");
+    const std::vector<std::wstring> sets = equip.Entries();
+    ASSERT_EQ(sets.size(), 10u);
+    EXPECT_EQ(sets[9], L"0:装備セット10");
     equip.Down(1);
     ::PostMessageW(equip.list, WM_KEYDOWN, VK_RETURN, 0);
 
@@ -152,7 +154,8 @@ TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
     e2e::Press(edit, IDOK);
     ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(edit); }, 3000));
 
-    EXPECT_TRUE(e2e::WaitUntil([&] { return equip.Entries()[1] == L"2:Boss fight"; }, 3000));
+    EXPECT_TRUE(e2e::WaitUntil(
+        [&] { const auto now = equip.Entries(); return now.size() == 10 && now[1] == L"2:Boss fight"; }, 3000));
     EXPECT_EQ(equip.Selection(), 1);
     EXPECT_EQ(TitleOf(equip.window), L"装備セットの編集") << "the window stays in the edit mode";
     wchar_t stored[64] = {};
