@@ -188,7 +188,8 @@ void CMainFrame::CreateCompanionWindows() {
         musicPanel_.Show(SW_SHOW);
         RegisterCtrlAltHotkey(kCmdShowMusicPanel, 'M');
     }
-    // The treasure map and the equip sets come here.
+    if (settings.enTreasureMap) treasureMap_.Create();
+    if (settings.enEquipSet) equipSet_.Create();
     if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
@@ -205,6 +206,8 @@ void CMainFrame::DestroyCompanionWindows() {
         musicPanel_.SaveVolumeTable();
         musicPanel_.Destroy();
     }
+    treasureMap_.Destroy();
+    equipSet_.Destroy();
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -368,6 +371,11 @@ void CMainFrame::OnClearLogRequest(WPARAM which) {
     if (which == 1) logWindow_.ClearExtractedView();
 }
 
-void CMainFrame::OnOpenEquipSetRequest() {}
+void CMainFrame::OnOpenEquipSetRequest() {
+    if (!equipSet_.IsWindow() || !equipSet_.LoadSetNames()) return;
+    equipSet_.SwitchMode(equip_set::Mode::kMenu);
+    equipSet_.ShowInFront();
+    ::SetForegroundWindow(equipSet_.Handle());
+}
 
 }  // namespace vrl

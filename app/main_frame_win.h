@@ -13,6 +13,8 @@
 #include "panels/quick_search_win.h"
 #include "panels/pet_extender_dlg_win.h"
 #include "music/music_player_dlg_win.h"
+#include "panels/equip_set_win.h"
+#include "panels/treasure_map_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -69,6 +71,8 @@ private:
     CItemInfoDlg itemInfo_;
     CPetExtenderDlg petPanel_;
     CMusicPlayerDlg musicPanel_;
+    CTreasureMapDlg treasureMap_;
+    CEquipSetDlg equipSet_;
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

@@ -50,6 +50,65 @@ void PressKey(WORD key) {
     SendInput(2, keys, sizeof(INPUT));
 }
 
+// The equip set window as the module opens it for the character "hero", then its restore list.
+void ShowEquipSets(HWND frame, HWND game) {
+    HWND status = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 12)));
+    // Before the game has loaded a character the player is told so.
+    SendMessageW(status, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"nobody"));
+    PostMessageW(frame, 0xA000, 0, 0);
+    if (HWND box = WaitFor(L"#32770", L"", 3000)) {
+        Sleep(300);
+        Shot("equip-set-no-character");
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        Sleep(300);
+    }
+    SendMessageW(status, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"hero"));
+    SendMessageW(frame, 0xA000, 0, 0);
+    HWND equip = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 20)));
+    if (!equip || !IsWindowVisible(equip)) return;
+    RECT gameRect{};
+    GetWindowRect(game, &gameRect);
+    SetWindowPos(equip, HWND_TOP, gameRect.left + 60, gameRect.top + 80, 0, 0, SWP_NOSIZE);
+    Sleep(300);
+    Shot("equip-set-menu");
+    HWND list = GetDlgItem(equip, 1000);
+    PostMessageW(list, WM_KEYDOWN, VK_RETURN, 0);
+    Sleep(300);
+    PostMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
+    Sleep(300);
+    Shot("equip-set-restore");
+    for (WORD key : {VK_LEFT, VK_DOWN, VK_DOWN, VK_RETURN, VK_RETURN}) {  // back, edit, the first set
+        PostMessageW(list, WM_KEYDOWN, key, 0);
+        Sleep(200);
+    }
+    if (HWND edit = WaitFor(L"#32770", L"Edit", 3000)) {
+        Sleep(300);
+        Shot("equip-set-rename");
+        PostMessageW(edit, WM_COMMAND, IDCANCEL, 0);
+        Sleep(300);
+    }
+    PostMessageW(list, WM_KEYDOWN, VK_SHIFT, 0);
+    Sleep(300);
+}
+
+// The game shows its treasure map and the module orders the copy; then the game opens a taller
+// view of itself (its further window, published in slot 36) and the copy follows its scale.
+void ShowTreasureMap(HWND frame, HWND game, bool japanese) {
+    HWND map = WaitFor(L"#32770", japanese ? L"宝の地図 - Vorrel" : L"Treasure Map - Vorrel", 2000);
+    if (!map) return;
+    SendMessageW(game, WM_APP + 0x38, 1, 0);
+    PostMessageW(map, WM_HOTKEY, 1200, 0);
+    Sleep(1200);
+    Shot("treasure-map");
+    const LRESULT further = SendMessageW(game, WM_APP + 0x36, 300, 900);
+    SetWindowLongW(frame, 36, static_cast<LONG>(further));
+    // Beside the game, so that it leaves the map in the game window uncovered.
+    SetWindowPos(reinterpret_cast<HWND>(further), HWND_TOP, 830, 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+    PostMessageW(map, WM_HOTKEY, 1200, 0);
+    Sleep(1200);
+    Shot("treasure-map-scaled");
+}
+
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
@@ -156,6 +215,9 @@ int wmain(int argc, wchar_t** argv) {
     Shot("about-box");
     if (about) PostMessageW(about, WM_COMMAND, IDOK, 0);
     Sleep(300);
+
+    ShowEquipSets(frame, game);
+    ShowTreasureMap(frame, game, japanese);
 
     // The tray's Exit while the game runs asks first; No keeps both.
     PostMessageW(frame, WM_COMMAND, 32776, 0);
