@@ -112,6 +112,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
     app.frame = game_link::FindFrame();
     CreateStatusStatics();
+    screenshots_.SetOwner(m_hWnd);
     if (app.settings.enScreenshot) {
         ::RegisterHotKey(m_hWnd, kCmdScreenshotFirst, MOD_CONTROL | MOD_ALT, VK_SNAPSHOT);
     }
@@ -285,6 +286,7 @@ void CMainFrame::OnDestroy() {
         loop->RemoveIdleHandler(this);
     }
     DestroyCompanionWindows();
+    screenshots_.ReleaseSound();
     tray_.Remove();
     if (richEdit_) {
         ::FreeLibrary(richEdit_);
@@ -294,7 +296,9 @@ void CMainFrame::OnDestroy() {
 
 void CMainFrame::OnHotKey(int id) {
     switch (id) {
-    case kCmdScreenshotFirst:  // screenshot with the configured range
+    case kCmdScreenshotFirst:  // the hotkey's range is the configured one, not the tray's auto-detect
+        screenshots_.TakeRange(App().settings.iScreenshotRange);
+        break;
     case kCmdShowMusicPanel:
     case kCmdShowQuickSearch:
         OnCommand(static_cast<WORD>(id), 0);
@@ -328,7 +332,10 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowItemInfo:
         return;  // their windows are not built yet
     }
-    if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) return;
+    if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) {
+        screenshots_.TakeRange(id - kCmdScreenshotFirst);
+        return;
+    }
     if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) return;
     // Any other id is not ours: ignored.
 }

@@ -8,6 +8,7 @@
 #include "app/message_loop_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
+#include "tools/screenshot_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -59,6 +60,7 @@ private:
 
     TrayIcon tray_;
     CLogExtenderDlg logWindow_;
+    ScreenshotTaker screenshots_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
