@@ -6,7 +6,17 @@
 
 namespace vrl::game_link {
 
-HWND FindFrame() { return ::FindWindowW(W(kFrameClass), W(kFrameTitle)); }
+HWND FindFrame() {
+    // Another copy's frame has the same class and may carry the title for a while: a handle to it
+    // would tie our reloads to a window that is about to go.
+    HWND candidate = nullptr;
+    while ((candidate = ::FindWindowExW(nullptr, candidate, W(kFrameClass), W(kFrameTitle))) != nullptr) {
+        DWORD processId = 0;
+        ::GetWindowThreadProcessId(candidate, &processId);
+        if (processId == ::GetCurrentProcessId()) return candidate;
+    }
+    return nullptr;
+}
 
 LONG ReadSlot(HWND frame, int byteIndex) { return frame ? ::GetWindowLongW(frame, byteIndex) : 0; }
 

@@ -10,6 +10,7 @@
 
 namespace vrl::game_link {
 
+// The frame of this process, by class and title; null before it has its title or once it is gone.
 HWND FindFrame();
 
 LONG ReadSlot(HWND frame, int byteIndex);

@@ -91,7 +91,6 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
         loop->AddIdleHandler(this);
     }
     app.instance = create->hInstance;
-    SetText(W(kAppName));
     ComputeFolders();
 
     CheckInstallation(&app.folders);  // ends the process when the installation is broken
@@ -108,6 +107,9 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     app.settings.iLanguage = AppSettings::ResolveLanguage(app.settings.iLanguage, ::GetUserDefaultLCID());
     SetLanguageIndex(app.settings.iLanguage);
     RefuseSecondInstance();
+    // The title makes the frame findable by the module and the companion windows: only once it is
+    // sure to be the only one.
+    SetText(W(kAppName));
     app.versionText = FormatVersionText(kThisRelease, LanguageIndex());
 
     app.frame = game_link::FindFrame();
@@ -151,7 +153,7 @@ void CMainFrame::StartSettingsEditorAndExit() {
 
 void CMainFrame::RefuseSecondInstance() {
     // A second companion would answer the module through the first one's frame; refuse it early,
-    // before it publishes anything or starts a second game.
+    // before its frame has the title the module looks for, and before it starts a second game.
     instanceMutex_ = ::CreateMutexW(nullptr, FALSE, L"Local\\Vorrel.VrlBoot.Instance");
     if (instanceMutex_ && ::GetLastError() == ERROR_ALREADY_EXISTS) {
         tray_.Remove();
@@ -180,11 +182,23 @@ void CMainFrame::CreateCompanionWindows() {
         extractedLog_->Show(SW_SHOW);
         if (settings.enLogExtender_FullLog) logWindow_.Show(SW_SHOW);
     }
+    if (settings.enPetInfo && petPanel_.Create()) petPanel_.Show(SW_SHOW);
+    if (settings.enQuickSearch && quickSearch_.Create()) {
+        quickSearch_.Show(SW_SHOW);
+        ::RegisterHotKey(m_hWnd, kCmdShowQuickSearch, MOD_CONTROL | MOD_ALT, 'F');
+    }
+    if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
 void CMainFrame::DestroyCompanionWindows() {
     logWindow_.Destroy();
     if (extractedLog_) extractedLog_->Destroy();
+    if (petPanel_.IsWindow()) {
+        petPanel_.SaveOptions();
+        petPanel_.Destroy();
+    }
+    itemInfo_.Destroy();
+    quickSearch_.Destroy();
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -321,15 +335,21 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowExtractedLog:
         ShowLog(1);
         return;
+    case kCmdShowPetInfo:
+        if (petPanel_.IsWindow()) petPanel_.ShowInFront();
+        return;
     case kCmdAbout:
     case kCmdAboutFrameBase:
         CAboutBox::Open();
         return;
+    case kCmdShowQuickSearch:
+        if (quickSearch_.IsWindow()) quickSearch_.ShowInFront();
+        return;
+    case kCmdShowItemInfo:
+        if (itemInfo_.IsWindow()) itemInfo_.ShowInFront();
+        return;
     case kCmdShowMusicPanel:
     case kCmdShowVstEditor:
-    case kCmdShowQuickSearch:
-    case kCmdShowPetInfo:
-    case kCmdShowItemInfo:
         return;  // their windows are not built yet
     }
     if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) {

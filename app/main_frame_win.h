@@ -8,6 +8,9 @@
 #include "app/message_loop_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
+#include "panels/item_info_win.h"
+#include "panels/quick_search_win.h"
+#include "panels/pet_extender_dlg_win.h"
 #include "tools/screenshot_win.h"
 #include "ui/window_win.h"
 
@@ -62,6 +65,9 @@ private:
     CLogExtenderDlg logWindow_;
     ScreenshotTaker screenshots_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
+    CQuickSearchDlg quickSearch_;
+    CItemInfoDlg itemInfo_;
+    CPetExtenderDlg petPanel_;
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

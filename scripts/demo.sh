@@ -19,7 +19,7 @@ mkdir -p "$demo/Morva/Vorrel" "$demo/Morva/user/sound" "$demo/Morva/sound" "$dem
 cp "$bin/DemoGame.exe" "$demo/Morva/"
 cp "$bin/VrlBoot.exe" "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
 cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/dev/null || true
-cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
+cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
 python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 mkdir -p "$demo/Morva/Vorrel/screenshot" "$demo/Morva/Vorrel/save.bak"
 cp "$demo/Morva/user/sound/alert.wav" "$demo/Morva/sound/pray1.wav"

@@ -284,7 +284,7 @@ bool KcsvFile::ParseLines(const std::vector<KcsvLine>& lines, KcsvSourceLines* w
                 if (where) where->stopLine = line.line;
                 return false;
             }
-            for (std::size_t i = 1; i < line.cells.size(); ++i) AddColumn(line.cells[i]);
+            for (std::size_t i = 1; i < line.cells.size(); ++i) AddParsedColumn(line.cells[i]);
             columnSeen_ = true;
             if (where) where->columnLine = line.line;
         } else {
@@ -375,9 +375,13 @@ int KcsvFile::CellInt(unsigned row, std::u16string_view column, int fallback) co
 }
 
 void KcsvFile::AddColumn(std::u16string_view name) {
-    std::u16string key = AsciiLower(name);
-    if (columnIndex_.count(key) != 0) return;
-    columnIndex_.emplace(std::move(key), static_cast<unsigned>(columns_.size()));
+    if (ColumnIndex(name) < 0) AddParsedColumn(name);
+}
+
+// Cells stay positional, so a name written twice keeps its place in the list (and is written back);
+// a lookup finds the first of the two.
+void KcsvFile::AddParsedColumn(std::u16string_view name) {
+    columnIndex_.emplace(AsciiLower(name), static_cast<unsigned>(columns_.size()));
     columns_.emplace_back(name);
 }
 

@@ -90,6 +90,7 @@ private:
     void Clear();
     void AddOptionCells(const KcsvLine& line, unsigned lineNumber, KcsvSourceLines* where);
     void AddRow(const Row& cells);
+    void AddParsedColumn(std::u16string_view name);
 
     std::vector<Option> options_;
     std::vector<std::u16string> columns_;

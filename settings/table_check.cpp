@@ -234,9 +234,7 @@ private:
             const auto [it, added] = seen.emplace(AsciiLower(line.cells[i]), line.cells[i]);
             if (!added) {
                 Report(line.line, "column " + Quoted(line.cells[i]) + " is named twice (first as " +
-                                      Quoted(it->second) +
-                                      "); the second name is dropped, so every column after it reads the cell "
-                                      "written for the column before it");
+                                      Quoted(it->second) + "); the program reads only the first of them by name");
             }
         }
     }

@@ -1,6 +1,8 @@
 #include "ui/dialog_win.h"
 
-#include "ui/panel_win.h"
+#include "ui/wide_win.h"
+
+#include <commctrl.h>
 
 #include <utility>
 
@@ -27,16 +29,82 @@ bool AnswersDirectly(UINT msg) {
     return false;
 }
 
+// --- Character set repair -------------------------------------------------------------------
+// Some dialog managers build the template's font with the default character set instead of the
+// template's one. Installed before WM_INITDIALOG, the repair makes the dialog and its controls use
+// the wanted character set when they did not get it; a dialog that got it is left alone.
+
+constexpr UINT_PTR kFontSubclassId = 0x564C;
+
+struct FontRepair {
+    DialogFont wanted;
+    HFONT original = nullptr;  // the dialog manager's font; it stays the dialog manager's
+    HFONT replacement = nullptr;
+};
+
+BOOL CALLBACK RefontChild(HWND child, LPARAM lp) {
+    const auto* repair = reinterpret_cast<const FontRepair*>(lp);
+    if (reinterpret_cast<HFONT>(::SendMessageW(child, WM_GETFONT, 0, 0)) == repair->original)
+        ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(repair->replacement), FALSE);
+    return TRUE;
+}
+
+// The controls exist now: build the font with the wanted character set when the dialog's lacks it.
+void RepairBeforeInit(HWND dialog, FontRepair& repair) {
+    repair.original = reinterpret_cast<HFONT>(::DefSubclassProc(dialog, WM_GETFONT, 0, 0));
+    LOGFONTW lf{};
+    if (!repair.original || !::GetObjectW(repair.original, sizeof lf, &lf)) return;
+    if (lf.lfCharSet == repair.wanted.charset) return;
+    lf.lfCharSet = repair.wanted.charset;
+    const std::wstring face = Wstr(repair.wanted.face);
+    lstrcpynW(lf.lfFaceName, face.c_str(), LF_FACESIZE);
+    repair.replacement = ::CreateFontIndirectW(&lf);
+    if (repair.replacement)
+        ::EnumChildWindows(dialog, RefontChild, reinterpret_cast<LPARAM>(&repair));
+}
+
+LRESULT CALLBACK FontRepairProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR data) {
+    auto* repair = reinterpret_cast<FontRepair*>(data);
+    switch (msg) {
+    case WM_INITDIALOG:
+        RepairBeforeInit(hwnd, *repair);
+        break;
+    case WM_GETFONT:
+        if (repair->replacement) return reinterpret_cast<LRESULT>(repair->replacement);
+        break;
+    case WM_NCDESTROY: {
+        ::RemoveWindowSubclass(hwnd, FontRepairProc, kFontSubclassId);
+        const LRESULT result = ::DefSubclassProc(hwnd, msg, wp, lp);
+        if (repair->replacement) ::DeleteObject(repair->replacement);
+        delete repair;
+        return result;
+    }
+    }
+    return ::DefSubclassProc(hwnd, msg, wp, lp);
+}
+
+void InstallTemplateFont(HWND dialog, const DialogFont& font) {
+    auto* repair = new FontRepair{font};
+    if (!::SetWindowSubclass(dialog, FontRepairProc, kFontSubclassId, reinterpret_cast<DWORD_PTR>(repair)))
+        delete repair;
+}
+
 // The font of the template being created on this thread, for the dialog's first message.
 thread_local const DialogFont* g_pendingFont = nullptr;
 
+const DialogFont* PendingFontOf(const DialogFont& font) { return font.face.empty() ? nullptr : &font; }
+
 }  // namespace
 
-HWND CDialogImplBase::CreateIndirect(const void* dialogTemplate, HWND owner) {
+HWND CDialogImplBase::CreateIndirect(const DialogTemplate& dialogTemplate, HWND owner) {
+    if (!dialogTemplate.IsCreated()) return nullptr;
+    const DialogFont font = dialogTemplate.Font();
+    g_pendingFont = PendingFontOf(font);
     ExpectCreation(this);
     HWND hwnd = ::CreateDialogIndirectParamW(::GetModuleHandleW(nullptr),
-                                             static_cast<LPCDLGTEMPLATEW>(dialogTemplate), owner,
+                                             static_cast<LPCDLGTEMPLATEW>(dialogTemplate.Data()), owner,
                                              &CDialogImplBase::StartDialogProc, 0);
+    g_pendingFont = nullptr;
     if (!hwnd) {
         CancelCreation(this);
         Detach();
@@ -44,30 +112,16 @@ HWND CDialogImplBase::CreateIndirect(const void* dialogTemplate, HWND owner) {
     return hwnd;
 }
 
-HWND CDialogImplBase::CreateIndirect(const DialogTemplate& dialogTemplate, HWND owner) {
-    if (!dialogTemplate.IsCreated()) return nullptr;
-    const DialogFont font = dialogTemplate.Font();
-    g_pendingFont = font.face.empty() ? nullptr : &font;
-    HWND hwnd = CreateIndirect(dialogTemplate.Data(), owner);
-    g_pendingFont = nullptr;
-    return hwnd;
-}
-
-INT_PTR CDialogImplBase::DoModalIndirect(const void* dialogTemplate, HWND owner) {
-    ExpectCreation(this);
-    const INT_PTR result = ::DialogBoxIndirectParamW(::GetModuleHandleW(nullptr),
-                                                     static_cast<LPCDLGTEMPLATEW>(dialogTemplate), owner,
-                                                     &CDialogImplBase::StartDialogProc, 0);
-    if (result == -1) CancelCreation(this);
-    return result;
-}
-
 INT_PTR CDialogImplBase::DoModalIndirect(const DialogTemplate& dialogTemplate, HWND owner) {
     if (!dialogTemplate.IsCreated()) return -1;
     const DialogFont font = dialogTemplate.Font();
-    g_pendingFont = font.face.empty() ? nullptr : &font;
-    const INT_PTR result = DoModalIndirect(dialogTemplate.Data(), owner);
+    g_pendingFont = PendingFontOf(font);
+    ExpectCreation(this);
+    const INT_PTR result = ::DialogBoxIndirectParamW(::GetModuleHandleW(nullptr),
+                                                     static_cast<LPCDLGTEMPLATEW>(dialogTemplate.Data()),
+                                                     owner, &CDialogImplBase::StartDialogProc, 0);
     g_pendingFont = nullptr;
+    if (result == -1) CancelCreation(this);
     return result;
 }
 

@@ -10,13 +10,12 @@ namespace vrl {
 
 class CDialogImplBase : public CWindowImplBase {
 public:
-    // Modeless, from an extended template in memory; nullptr when the dialog cannot be created.
-    HWND CreateIndirect(const void* dialogTemplate, HWND owner = nullptr);
-    // The same from a built template, keeping the template font's character set (InstallTemplateFont).
+    // Modeless, from a built template; nullptr when the template is empty or the dialog cannot be
+    // created. The dialog and its controls get the template font's character set even where the
+    // dialog manager builds the font with the default one.
     HWND CreateIndirect(const DialogTemplate& dialogTemplate, HWND owner = nullptr);
-    // Modal, owned by `owner`; returns what EndDialog was given, or -1 when it could not be shown.
-    INT_PTR DoModalIndirect(const void* dialogTemplate, HWND owner);
-    // The same from a built template, keeping the template font's character set.
+    // Modal, owned by `owner`, with the same font; returns what EndDialog was given, or -1 when it
+    // could not be shown.
     INT_PTR DoModalIndirect(const DialogTemplate& dialogTemplate, HWND owner);
     void EndDialog(INT_PTR result) const { ::EndDialog(m_hWnd, result); }
 

@@ -1,7 +1,7 @@
 // The settings-editor stand-in. It appends its command line to "VrlConfig.started" in its own
 // folder (and to VRL_SIM_TRANSCRIPT when set) and ends at once.
-// The built-in enchant table ("FILE_ENCHANTTABLE", type "FILE") will be carried here as a
-// resource of this program; its .rc file is to be added to this target.
+// It also carries the built-in enchant table ("FILE_ENCHANTTABLE", type "FILE", config.rc), which
+// the companion reads without starting it.
 #include "sim/common/sim_io_win.h"
 
 #include <windows.h>

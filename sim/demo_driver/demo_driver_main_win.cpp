@@ -167,6 +167,25 @@ int wmain(int argc, wchar_t** argv) {
         Shot("docked-full-log");
     }
 
+    // The item the module sent, beside the game; the quick search bar below it with its list open.
+    HWND itemPanel = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 28)));
+    if (IsWindow(itemPanel)) {
+        Place(itemPanel, right, 0, 1280 - right, 360);
+        Sleep(300);
+        Shot("item-info");
+    }
+    HWND wordBox = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 16)));
+    if (IsWindow(wordBox)) {
+        HWND bar = GetParent(wordBox);
+        SetWindowPos(bar, nullptr, 8, gameRect.bottom - gameRect.top + 8, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        SendMessageW(wordBox, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"dragon"));
+        SendMessageW(frame, WM_COMMAND, 34102, 0);  // in front, active: the strip turns blue
+        SendMessageW(wordBox, CB_SHOWDROPDOWN, TRUE, 0);
+        Sleep(500);
+        Shot("quick-search");
+        SendMessageW(wordBox, CB_SHOWDROPDOWN, FALSE, 0);
+    }
+
     PostMessageW(frame, WM_APP + 1, 1234, WM_RBUTTONDOWN);
     Sleep(800);
     Shot("tray-menu");

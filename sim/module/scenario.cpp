@@ -1,6 +1,8 @@
 #include "sim/module/scenario.h"
 
 #include <cctype>
+#include <cstdint>
+#include <iterator>
 
 namespace vrl::sim {
 namespace {
@@ -58,7 +60,7 @@ bool ParseHexNumber(const std::string& token, std::int64_t* value) {
 struct Shape {
     const char* name;
     Op op;
-    enum Args { kNone, kText, kHex, kNumber, kTwoNumbers, kMessage, kTarget, kCopyData } args;
+    enum Args { kNone, kText, kHex, kNumber, kTwoNumbers, kMessage, kTarget, kCopyData, kItem, kPet, kUpToTwo } args;
 };
 
 constexpr Shape kShapes[] = {
@@ -66,6 +68,7 @@ constexpr Shape kShapes[] = {
     {"log0", Op::kLog0, Shape::kText},
     {"logbytes", Op::kLogBytes, Shape::kHex},
     {"copydata", Op::kCopyData, Shape::kCopyData},
+    {"item", Op::kItem, Shape::kItem},
     {"reload", Op::kReload, Shape::kNumber},
     {"request", Op::kRequest, Shape::kMessage},
     {"command", Op::kCommand, Shape::kNumber},
@@ -74,6 +77,7 @@ constexpr Shape kShapes[] = {
     {"slot", Op::kSlot, Shape::kTwoNumbers},
     {"readslot", Op::kReadSlot, Shape::kNumber},
     {"static1", Op::kStatic1, Shape::kText},
+    {"word", Op::kWord, Shape::kNone},
     {"screen", Op::kScreen, Shape::kNumber},
     {"open36", Op::kOpen36, Shape::kNone},
     {"wait", Op::kWait, Shape::kNumber},
@@ -81,13 +85,93 @@ constexpr Shape kShapes[] = {
     {"close", Op::kClose, Shape::kNone},
     {"closemain", Op::kCloseMain, Shape::kNone},
     {"exit", Op::kExit, Shape::kNone},
+    {"pet", Op::kPet, Shape::kPet},
+    {"petsend", Op::kPetSend, Shape::kUpToTwo},
+    {"peticons", Op::kPetIcons, Shape::kUpToTwo},
 };
+
+// "12" or "12/30": one or two numbers into `out`.
+bool ParseNumbers(const std::string& token, std::size_t expected, std::vector<std::int32_t>* out) {
+    std::string rest = token;
+    for (std::size_t i = 0; i < expected; ++i) {
+        const std::size_t slash = i + 1 < expected ? rest.find('/') : std::string::npos;
+        if (i + 1 < expected && slash == std::string::npos) return false;
+        std::int64_t value = 0;
+        if (!ParseNumber(rest.substr(0, slash), &value) || value < INT32_MIN || value > INT32_MAX) return false;
+        out->push_back(static_cast<std::int32_t>(value));
+        rest = slash == std::string::npos ? std::string() : rest.substr(slash + 1);
+    }
+    return true;
+}
+
+// NAME (a word, or quoted text with escapes) STATUS AREA LEVEL XP/NEXT HP/MAX MP/MAX ST/MAX.
+std::string ParsePet(const std::string& rest, Command* command) {
+    std::string name = rest;
+    std::string numbers;
+    if (!rest.empty() && rest[0] == '"') {
+        std::size_t close = 1;
+        while (close < rest.size() && (rest[close] != '"' || rest[close - 1] == '\\')) ++close;
+        if (close >= rest.size()) return "unclosed name";
+        name = rest.substr(0, close + 1);
+        numbers = rest.substr(close + 1);
+    } else {
+        SplitFirst(rest, &name, &numbers);
+    }
+    if (!UnescapeText(name, &command->text)) return "bad escape in name";
+    const std::vector<std::string> words = Words(numbers);
+    static const std::size_t kWidths[] = {1, 1, 1, 2, 2, 2, 2};
+    if (words.size() != std::size(kWidths)) return "expects NAME STATUS AREA LEVEL XP/NEXT HP/MAX MP/MAX ST/MAX";
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (!ParseNumbers(words[i], kWidths[i], &command->numbers)) return "bad number " + words[i];
+    }
+    return "";
+}
 
 ParsedLine Error(const std::string& message) {
     ParsedLine parsed;
     parsed.kind = ParsedLine::Kind::kError;
     parsed.error = message;
     return parsed;
+}
+
+// "-" for none, else "ID:VALUE" pairs separated by commas, at most one per slot.
+bool ParseEnchantments(const std::string& text, ItemInfoRecord* item) {
+    if (text == "-") return true;
+    std::size_t slot = 0;
+    std::size_t start = 0;
+    while (start <= text.size()) {
+        std::size_t end = text.find(',', start);
+        if (end == std::string::npos) end = text.size();
+        const std::string pair = text.substr(start, end - start);
+        const std::size_t colon = pair.find(':');
+        std::int64_t id = 0;
+        std::int64_t value = 0;
+        if (slot == ItemInfoRecord::kEnchantmentSlots || colon == std::string::npos ||
+            !ParseNumber(pair.substr(0, colon), &id) || !ParseNumber(pair.substr(colon + 1), &value)) {
+            return false;
+        }
+        item->enchantments[slot++] = {static_cast<std::int32_t>(id), static_cast<std::int32_t>(value)};
+        start = end + 1;
+    }
+    return true;
+}
+
+// item CHIP ITEMID BITS ENCHANTS NAME
+std::string ParseItem(const std::string& rest, Command* command) {
+    std::string fields[4];
+    std::string name = rest;
+    for (std::string& field : fields) SplitFirst(name, &field, &name);
+    std::int64_t chip = 0;
+    std::int64_t id = 0;
+    std::int64_t bits = 0;
+    if (!ParseNumber(fields[0], &chip) || !ParseNumber(fields[1], &id) || !ParseNumber(fields[2], &bits)) {
+        return "expects chip, item id and property bits as numbers";
+    }
+    command->item.chipId = static_cast<std::int32_t>(chip);
+    command->item.itemId = static_cast<std::int32_t>(id);
+    command->item.properties = static_cast<std::uint32_t>(bits);
+    if (!ParseEnchantments(fields[3], &command->item)) return "expects - or up to 15 ID:VALUE pairs";
+    return UnescapeText(name, &command->text) ? "" : "bad escape in name";
 }
 
 // Reads the arguments of `shape` from `rest` into `command`; an error text, or empty.
@@ -124,6 +208,18 @@ std::string ParseArguments(Shape::Args args, const std::string& rest, Command* c
             for (std::size_t i = 2; i < words.size(); ++i) hex += words[i];
             return ParseHexBytes(hex, &command->bytes) ? "" : "bad hex bytes";
         }
+        case Shape::kItem:
+            return ParseItem(rest, command);
+        case Shape::kPet:
+            return ParsePet(rest, command);
+        case Shape::kUpToTwo:
+            // Missing numbers are -1: "as many as there are".
+            command->first = command->second = -1;
+            if (words.size() > 2) return "expects at most two numbers";
+            for (std::size_t i = 0; i < words.size(); ++i) {
+                if (!ParseNumber(words[i], i == 0 ? &command->first : &command->second)) return "bad number";
+            }
+            return "";
     }
     return "unknown argument shape";
 }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "panels/item_record.h"
+
 namespace vrl::sim {
 
 enum class Op {
@@ -14,6 +16,7 @@ enum class Op {
     kLog0,         // log0 TEXT: the same with the NUL counted in cbData
     kLogBytes,     // logbytes HEX: raw bytes to the full log
     kCopyData,     // copydata TARGET DWDATA [HEX]
+    kItem,         // item CHIP ITEMID BITS ENCHANTS NAME: one item record to the item panel
     kReload,       // reload BITS: OR into slot 8
     kRequest,      // request MSG [WPARAM]: SendMessage to the frame (MSG in hex: 9000, 9001, a000)
     kCommand,      // command ID: PostMessage WM_COMMAND to the frame
@@ -22,6 +25,7 @@ enum class Op {
     kSlot,         // slot INDEX VALUE: write a frame slot (byte index)
     kReadSlot,     // readslot INDEX
     kStatic1,      // static1 TEXT: text of the status static in slot 12
+    kWord,         // word: the text of the quick search word box in slot 16
     kScreen,       // screen N: slot 4
     kOpen36,       // open36: the game opens its further window, published in slot 36
     kWait,         // wait MS
@@ -29,6 +33,9 @@ enum class Op {
     kClose,        // close: WM_CLOSE to the game window
     kCloseMain,    // closemain: destroy the game's main window only
     kExit,         // exit: end the game process
+    kPet,          // pet NAME STATUS AREA LEVEL XP/NEXT HP/MAX MP/MAX ST/MAX: one more pet slot
+    kPetSend,      // petsend [COUNT [BYTES]]: the slots so far in one WM_COPYDATA to the pet panel
+    kPetIcons,     // peticons [CELLS]: the strip of pet pictures, written beside the module
 };
 
 // Companion windows the module reaches without a published handle (the item panel is in slot 28).
@@ -41,6 +48,8 @@ struct Command {
     std::vector<unsigned char> bytes;  // logbytes, copydata
     std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData
     std::int64_t second = 0;           // wParam, slot value
+    ItemInfoRecord item;               // item: every field but the name, which is `text`
+    std::vector<std::int32_t> numbers; // pet: status, area, level, xp, next, hp, max, mp, max, st, max
 };
 
 struct ParsedLine {

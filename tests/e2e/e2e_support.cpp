@@ -1,5 +1,6 @@
 #include "e2e_support.h"
 
+#include <commctrl.h>
 #include <tlhelp32.h>
 
 #include <stdexcept>
@@ -173,6 +174,63 @@ HWND VisibleWindowOf(DWORD processId, const wchar_t* className) {
 }
 
 void Press(HWND box, int buttonId) { ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), 0); }
+
+std::string WindowText(HWND window) {
+    wchar_t text[1024] = {};
+    const LRESULT length = ::SendMessageW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text));
+    return Utf8(std::wstring(text, static_cast<size_t>(length > 0 ? length : 0)));
+}
+
+std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns) {
+    std::vector<std::vector<std::string>> rows;
+    DWORD processId = 0;
+    ::GetWindowThreadProcessId(list, &processId);
+    HANDLE process = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
+    if (!process) return rows;
+    constexpr int kUnits = 512;
+    struct Remote {
+        LVITEMW item;
+        wchar_t text[kUnits];
+    };
+    auto* remote = static_cast<Remote*>(
+        ::VirtualAllocEx(process, nullptr, sizeof(Remote), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    const int count = static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    for (int row = 0; remote && row < count; ++row) {
+        rows.emplace_back();
+        for (int column = 0; column < columns; ++column) {
+            Remote local{};
+            local.item.iSubItem = column;
+            local.item.pszText = remote->text;
+            local.item.cchTextMax = kUnits;
+            ::WriteProcessMemory(process, remote, &local, sizeof local, nullptr);
+            const LRESULT length = ::SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                                                  reinterpret_cast<LPARAM>(&remote->item));
+            ::ReadProcessMemory(process, remote, &local, sizeof local, nullptr);
+            rows.back().push_back(Utf8(std::wstring(local.text, static_cast<size_t>(length > 0 ? length : 0))));
+        }
+    }
+    if (remote) ::VirtualFreeEx(process, remote, 0, MEM_RELEASE);
+    ::CloseHandle(process);
+    return rows;
+}
+
+std::vector<std::string> ComboBoxEntries(HWND combo) {
+    std::vector<std::string> entries;
+    const LRESULT count = ::SendMessageW(combo, CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        std::wstring text(static_cast<size_t>(::SendMessageW(combo, CB_GETLBTEXTLEN, i, 0)) + 1, L'\0');
+        text.resize(static_cast<size_t>(::SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text.data()))));
+        entries.push_back(Utf8(text));
+    }
+    return entries;
+}
+
+COLORREF ScreenPixel(int x, int y) {
+    HDC screen = ::GetDC(nullptr);
+    const COLORREF colour = ::GetPixel(screen, x, y);
+    ::ReleaseDC(nullptr, screen);
+    return colour;
+}
 
 void EndDemoGames() {
     HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);

@@ -98,6 +98,15 @@ bool WaitUntil(Predicate predicate, DWORD ms) {
     }
 }
 
+// What a player reads in the companion's controls, read from this (another) process.
+std::string WindowText(HWND window);
+// Each row of a list view, columns 0 to `columns` - 1 (through memory in the list's process).
+std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns);
+// The entries of a combo box's drop-down list, in list order.
+std::vector<std::string> ComboBoxEntries(HWND combo);
+// The colour of a pixel of the screen, as 0x00BBGGRR.
+COLORREF ScreenPixel(int x, int y);
+
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();
 

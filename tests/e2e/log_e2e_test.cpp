@@ -130,7 +130,7 @@ TEST(LogWindows, LinesNoticesAndMalformedPayloadsFromTheModule) {
     EXPECT_EQ(log.Page(2), nullptr) << "any other page: 0";
 }
 
-TEST(LogWindows, TheReloadBitReloadsTheRulesAndDropsThatLine) {
+TEST(LogWindows, TheReloadBitReloadsTheRulesAndDropsThatLineEvenWhileASecondCopyIsRefused) {
     LogSession log;
     log.Start(kIniBoth, kRules);
     log.WaitForScenario();
@@ -143,6 +143,25 @@ TEST(LogWindows, TheReloadBitReloadsTheRulesAndDropsThatLine) {
     log.SendLine("a wolf howls");
     EXPECT_EQ(Text(log.full), "Config file has been reloaded.\nally only\na wolf howls\n");
     EXPECT_EQ(Text(log.extracted), "Config file has been reloaded.\na wolf howls\n");
+
+    // A second copy's frame must never be what the module or the reload finds, box up or gone.
+    Companion second(log.install);
+    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(second.ProcessId(), 20000);
+    ASSERT_TRUE(box.window);
+    EXPECT_EQ(box.text, L"Vorrel is already running.\r\nUse the Vorrel icon in the notification area.");
+    EXPECT_EQ(::FindWindowW(L"VorrelUI", L"Vorrel"), log.frame);
+    ::SetWindowLongW(log.frame, 8, 0x2);
+    log.SendLine("while the box is up");
+    EXPECT_EQ(::GetWindowLongW(log.frame, 8), 0);
+    e2e::Press(box.window, IDOK);
+    EXPECT_EQ(second.WaitExit(5000), 0u);
+    ::SetWindowLongW(log.frame, 8, 0x2);
+    log.SendLine("after the box");
+    EXPECT_EQ(::GetWindowLongW(log.frame, 8), 0);
+    log.SendLine("the wolf again");
+    EXPECT_EQ(Text(log.extracted),
+              "Config file has been reloaded.\na wolf howls\nConfig file has been reloaded.\n"
+              "Config file has been reloaded.\nthe wolf again\n");
 }
 
 TEST(LogWindows, RequestsAndCommandsOfTheFrameWithTheFullLogOff) {

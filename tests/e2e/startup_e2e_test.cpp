@@ -94,18 +94,4 @@ TEST(Startup, AGoodGameStartsWithTheModuleLoadedFirstAndEndsTheCompanion) {
     EXPECT_FALSE(::FindWindowW(L"VorrelUI", L"Vorrel"));
 }
 
-TEST(Startup, ASecondCompanionIsRefusedWhileOneRuns) {
-    const Install install = e2e::MakeInstall();
-    install.WriteIni();
-    Companion first(install);
-    ASSERT_TRUE(e2e::WaitForGameWindow());
-    Companion second(install);
-    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(second.ProcessId(), 10000);
-    ASSERT_TRUE(box.window);
-    EXPECT_NE(box.text.find(L"already running"), std::wstring::npos);
-    e2e::Press(box.window, IDOK);
-    EXPECT_EQ(second.WaitExit(5000), 0u);
-    EXPECT_EQ(first.WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));
-}
-
 }  // namespace

@@ -50,8 +50,12 @@ void Check(bool condition) {
 }
 
 void CheckLookups(const KcsvFile& table) {
+    // A name written twice finds its first place.
     for (std::size_t i = 0; i < table.Columns().size(); ++i) {
-        Check(table.ColumnIndex(table.Columns()[i]) == static_cast<int>(i));
+        const int index = table.ColumnIndex(table.Columns()[i]);
+        Check(index >= 0 && static_cast<std::size_t>(index) <= i &&
+              vrl::AsciiLower(table.Columns()[static_cast<unsigned>(index)]) ==
+                  vrl::AsciiLower(table.Columns()[i]));
     }
     for (const auto& option : table.Options()) {
         const int index = table.OptionIndex(option.first);

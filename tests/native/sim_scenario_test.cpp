@@ -74,6 +74,24 @@ TEST(Scenario, CopyDataNamesTheWindowTheCodeAndOptionalBytes) {
     ErrorOf("copydata pet");
 }
 
+TEST(Scenario, ItemTakesItsFieldsEnchantmentPairsAndAName) {
+    vrl::sim::Command c = Parse("item -7 512 0x402 10012:3,80005:-1 \" Fire dagger \"");
+    EXPECT_EQ(c.op, Op::kItem);
+    EXPECT_EQ(c.item.chipId, -7);
+    EXPECT_EQ(c.item.itemId, 512);
+    EXPECT_EQ(c.item.properties, 0x402u);
+    EXPECT_EQ(c.item.enchantments[1].id, 80005);
+    EXPECT_EQ(c.item.enchantments[1].value, -1);
+    EXPECT_EQ(c.item.enchantments[2].id, 0);
+    EXPECT_EQ(c.text, " Fire dagger ");
+    EXPECT_EQ(Parse("item 1 2 0 - Stone").text, "Stone");
+    ErrorOf("item 1 2 0");
+    ErrorOf("item 1 2 x - Stone");
+    ErrorOf("item 1 2 0 10012:3, Stone");
+    ErrorOf("item 1 2 0 1:1,2:2,3:3,4:4,5:5,6:6,7:7,8:8,9:9,10:10,11:11,12:12,13:13,14:14,15:15,16:16 Too many");
+    EXPECT_EQ(Parse("word").op, Op::kWord);
+}
+
 TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
     EXPECT_EQ(Parse("slot 36 -1").second, -1);
     EXPECT_EQ(Parse("reload 0x102").first, 0x102);
@@ -90,6 +108,28 @@ TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
 TEST(Scenario, FileSplitsOnLineBreaksAndDropsTheByteOrderMark) {
     const std::vector<std::string> lines = vrl::sim::SplitScenarioLines("\xEF\xBB\xBFlog a\r\n\r\nexit\nwait 5");
     EXPECT_EQ(lines, (std::vector<std::string>{"log a", "", "exit", "wait 5"}));
+}
+
+}  // namespace
+
+namespace {
+
+TEST(Scenario, PetSlotsAreWrittenWithReadableFields) {
+    vrl::sim::Command c = Parse("pet \"Little \\\"Gwen\\\"\" 9 101 12 300/1000 -5/0 1/2 3/4");
+    EXPECT_EQ(c.op, Op::kPet);
+    EXPECT_EQ(c.text, "Little \"Gwen\"");
+    EXPECT_EQ(c.numbers, (std::vector<std::int32_t>{9, 101, 12, 300, 1000, -5, 0, 1, 2, 3, 4}));
+    EXPECT_EQ(Parse("pet putit 1 0 1 0/10 5/5 0/0 9/9").text, "putit");
+    ErrorOf("pet putit 1 0 1 0/10 5/5 0/0");  // a pair missing
+    ErrorOf("pet putit 1 0 1 0 5/5 0/0 9/9");  // a number where a pair goes
+    ErrorOf("pet \"unclosed 1 0 1 0/10 5/5 0/0 9/9");
+    c = Parse("petsend");
+    EXPECT_EQ(c.first, -1);
+    EXPECT_EQ(c.second, -1);
+    c = Parse("petsend 3 300");
+    EXPECT_EQ(c.first, 3);
+    EXPECT_EQ(c.second, 300);
+    EXPECT_EQ(Parse("peticons 2").first, 2);
 }
 
 }  // namespace

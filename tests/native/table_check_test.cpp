@@ -46,8 +46,8 @@ TEST(TableCheck, StructureProblemsWithTheirLines) {
     EXPECT_EQ(report,
               "2: option \"Alone\" has no colon; it is read as the option \"Alone\" with an empty value\n"
               "2: option \":5\" has no name before its colon and is ignored\n"
-              "3: column \"b\" is named twice (first as \"B\"); the second name is dropped, so every column "
-              "after it reads the cell written for the column before it\n"
+              "3: column \"b\" is named twice (first as \"B\"); the program reads only the first of them by "
+              "name\n"
               "6: \"#Option\" is not #option (keywords are case-sensitive); this line is read as a data row\n"
               "7: bytes that are not UTF-8; they read as the replacement character \xEF\xBF\xBD\n"
               "8: a second #column line (the first is on line 3); the program stops reading here and ignores "

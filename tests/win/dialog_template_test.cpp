@@ -1,7 +1,7 @@
 #include "ui/dialog_template.h"
+#include "ui/dialog_win.h"
 #include "ui/layout_win.h"
 #include "ui/panel_style.h"
-#include "ui/panel_win.h"
 
 #include <windows.h>
 
@@ -17,13 +17,14 @@ using vrl::DialogTemplate;
 
 constexpr DWORD kPanelStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
 
-INT_PTR CALLBACK QuietProc(HWND, UINT msg, WPARAM, LPARAM) { return msg == WM_INITDIALOG; }
-
-// Destroys the panel at the end of a test.
-struct Panel {
-    explicit Panel(HWND h) : hwnd(h) {}
-    ~Panel() {
-        if (hwnd) DestroyWindow(hwnd);
+// A panel that does nothing but exist; destroyed at the end of a test.
+class Panel : public vrl::CDialogImplBase {
+public:
+    explicit Panel(const DialogTemplate& t) { hwnd = CreateIndirect(t); }
+    ~Panel() override { Destroy(); }
+    bool ProcessWindowMessage(HWND, UINT msg, WPARAM, LPARAM, LRESULT& result) override {
+        result = msg == WM_INITDIALOG;
+        return msg == WM_INITDIALOG;
     }
     HWND hwnd;
 };
@@ -51,7 +52,7 @@ DialogTemplate SmallPanel(int language) {
 
 TEST(DialogTemplateWin, ControlWithStyleZeroIsAVisibleChildOfAnUnownedPanel) {
     const DialogTemplate t = SmallPanel(0);
-    Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+    Panel panel(t);
     ASSERT_NE(panel.hwnd, nullptr);
     EXPECT_EQ(GetWindow(panel.hwnd, GW_OWNER), nullptr);
     EXPECT_EQ(TextOf(panel.hwnd), L"Test Panel - Vorrel");
@@ -70,7 +71,7 @@ TEST(DialogTemplateWin, ControlWithStyleZeroIsAVisibleChildOfAnUnownedPanel) {
 TEST(DialogTemplateWin, PanelFontCarriesTheCharacterSetOfTheLanguage) {
     for (int language : {1, 0}) {
         const DialogTemplate t = SmallPanel(language);
-        Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+        Panel panel(t);
         ASSERT_NE(panel.hwnd, nullptr);
         const auto font = reinterpret_cast<HFONT>(SendMessageW(panel.hwnd, WM_GETFONT, 0, 0));
         ASSERT_NE(font, nullptr);
@@ -87,7 +88,7 @@ TEST(DialogTemplateWin, PanelFontCarriesTheCharacterSetOfTheLanguage) {
 
 TEST(DialogTemplateWin, AnchoredEdgesCountFromTheFarSideOfTheClientArea) {
     const DialogTemplate t = SmallPanel(0);
-    Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+    Panel panel(t);
     ASSERT_NE(panel.hwnd, nullptr);
     RECT six{6, 24, 6, 6};
     MapDialogRect(panel.hwnd, &six);
@@ -126,7 +127,7 @@ TEST(DialogTemplateWin, TemplateThatGrewTwiceCreatesEveryControl) {
     }
     ASSERT_GE(t.Capacity(), 3072u);  // started at 1024
 
-    Panel panel(vrl::CreatePanelIndirect(t, QuietProc, 0));
+    Panel panel(t);
     ASSERT_NE(panel.hwnd, nullptr);
     EXPECT_EQ(ClassOf(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
     for (int i = 0; i < 50; ++i) {
@@ -140,35 +141,32 @@ TEST(DialogTemplateWin, TemplateThatGrewTwiceCreatesEveryControl) {
     }
 }
 
-struct ModalProbe {
+// Notes its owner and ends at once with 42.
+class EndAtOnce : public vrl::CDialogImplBase {
+public:
+    bool ProcessWindowMessage(HWND hwnd, UINT msg, WPARAM, LPARAM, LRESULT& result) override {
+        if (msg != WM_INITDIALOG) return false;
+        owner = GetWindow(hwnd, GW_OWNER);
+        EndDialog(42);
+        result = TRUE;
+        return true;
+    }
     HWND owner = nullptr;
 };
 
-INT_PTR CALLBACK EndAtOnceProc(HWND hwnd, UINT msg, WPARAM, LPARAM lp) {
-    if (msg != WM_INITDIALOG) return FALSE;
-    reinterpret_cast<ModalProbe*>(lp)->owner = GetWindow(hwnd, GW_OWNER);
-    EndDialog(hwnd, 42);
-    return TRUE;
-}
-
-TEST(DialogTemplateWin, ModalDialogIsOwnedByTheActiveWindow) {
-    HWND active = CreateWindowExW(0, L"Static", L"active", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10,
-                                  10, 200, 100, nullptr, nullptr, GetModuleHandleW(nullptr),
-                                  nullptr);
-    ASSERT_NE(active, nullptr);
-    SetForegroundWindow(active);
-    SetActiveWindow(active);
-    ASSERT_EQ(GetActiveWindow(), active);
-
+TEST(DialogTemplateWin, ModalDialogIsOwnedByItsOwnerAndEmptyTemplatesCreateNothing) {
+    HWND owner = CreateWindowExW(0, L"Static", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 200,
+                                 100, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(owner, nullptr);
     DialogTemplate t;
     t.Create(u"Modal", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, vrl::PanelFont(0));
-    ModalProbe probe;
-    EXPECT_EQ(vrl::RunModalIndirect(t, EndAtOnceProc, reinterpret_cast<LPARAM>(&probe)), 42);
-    EXPECT_EQ(probe.owner, active);
-    DestroyWindow(active);
+    EndAtOnce modal;
+    EXPECT_EQ(modal.DoModalIndirect(t, owner), 42);
+    EXPECT_EQ(modal.owner, owner);
+    DestroyWindow(owner);
 
-    EXPECT_EQ(vrl::RunModalIndirect(DialogTemplate(), EndAtOnceProc, 0), -1);
-    EXPECT_EQ(vrl::CreatePanelIndirect(DialogTemplate(), QuietProc, 0), nullptr);
+    EXPECT_EQ(modal.DoModalIndirect(DialogTemplate(), nullptr), -1);
+    EXPECT_EQ(modal.CreateIndirect(DialogTemplate()), nullptr);
 }
 
 }  // namespace

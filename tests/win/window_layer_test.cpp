@@ -122,7 +122,7 @@ TEST(DialogWindow, AnswersThroughTheMessageResult) {
     vrl::DialogTemplate dialogTemplate;
     dialogTemplate.Create(u"probe", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, {u"Arial", 9, 400, false, 0});
     ProbeDialog dialog;
-    ASSERT_TRUE(dialog.CreateIndirect(dialogTemplate.Data()));
+    ASSERT_TRUE(dialog.CreateIndirect(dialogTemplate));
     EXPECT_TRUE(dialog.initialised);
     EXPECT_EQ(dialog.Send(kProbe), 99);
     dialog.Destroy();
@@ -156,7 +156,7 @@ TEST(DialogWindow, AMessageAnsweredAheadOfTheDialogManagerReturnsItsResultDirect
     dialogTemplate.Create(u"ahead", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, {u"Arial", 9, 400, false, 0});
     AheadDialog dialog;
     for (int round = 0; round < 2; ++round) {  // a second window of the same object is set up again
-        ASSERT_TRUE(dialog.CreateIndirect(dialogTemplate.Data()));
+        ASSERT_TRUE(dialog.CreateIndirect(dialogTemplate));
         const LONG_PTR before = ::GetWindowLongPtrW(dialog.Handle(), DWLP_MSGRESULT);
         EXPECT_EQ(dialog.Send(kProbe + 1, 21), 42);
         EXPECT_EQ(::GetWindowLongPtrW(dialog.Handle(), DWLP_MSGRESULT), before) << "not through the message result";
