@@ -201,6 +201,22 @@ void CMainFrame::DestroyCompanionWindows() {
     quickSearch_.Destroy();
 }
 
+std::vector<PlaceableWindow> CMainFrame::PlaceableWindows() {
+    using Restore = PlaceableWindow::Restore;
+    using namespace placement;
+    return {
+        {kGameId, [] { return App().gameWindow; }, Restore::MoveOnly, AtScreenOrigin()},
+        {kFullLogId, [this] { return logWindow_.Handle(); }, Restore::FullPlacement, AboveWorkArea(0, 360, 640, 360)},
+        {kExtractedLogId, [this] { return logWindow_.Child().Handle(); }, Restore::FullPlacement,
+         AboveWorkArea(640, 360, 640, 360)},
+        // The music control panel's row comes here, anchored at (-276, -222, 0, 0).
+        {kQuickSearchId, [this] { return quickSearch_.Handle(); }, Restore::MoveAndShow, AboveWorkArea(0, 390, 541, 30)},
+        {kPetPanelId, [this] { return petPanel_.Handle(); }, Restore::FullPlacement, AnchoredInArea({-520, 0, 0, 400})},
+        {kItemPanelId, [this] { return itemInfo_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-700, 0, -520, 240})},
+    };
+}
+
 void CMainFrame::ShowLog(int page) {
     if (!logWindow_.IsWindow()) return;
     const bool fullLog = App().settings.enLogExtender_FullLog != 0;
@@ -356,7 +372,10 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         screenshots_.TakeRange(id - kCmdScreenshotFirst);
         return;
     }
-    if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) return;
+    if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) {
+        placement_.OnCommand(id);
+        return;
+    }
     // Any other id is not ours: ignored.
 }
 

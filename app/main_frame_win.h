@@ -12,6 +12,7 @@
 #include "panels/quick_search_win.h"
 #include "panels/pet_extender_dlg_win.h"
 #include "tools/screenshot_win.h"
+#include "tools/window_placement_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -53,6 +54,8 @@ private:
     void RegisterHotkeys();
     void CreateCompanionWindows();
     void DestroyCompanionWindows();
+    // The windows that placement saves, restores and resets, in the order of its file.
+    std::vector<PlaceableWindow> PlaceableWindows();
     // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.
     void ShowLog(int page);
     HWND FindGameWindow() const;
@@ -68,6 +71,7 @@ private:
     CQuickSearchDlg quickSearch_;
     CItemInfoDlg itemInfo_;
     CPetExtenderDlg petPanel_;
+    WindowPlacement placement_{PlaceableWindows(), &logWindow_};  // after the windows it places
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "ui/geometry.h"
 #include "ui/lang_text.h"
 
 namespace vrl::screenshot {
@@ -24,15 +25,6 @@ struct Capture {
 // taking the whole window for the client-area screen when `includeFrame` is set; a screen of 0 or
 // outside 1..11, and any range outside 0..11, captures nothing.
 Capture CaptureForRange(int range, int screen, bool includeFrame);
-
-struct PixelRect {
-    int left = 0, top = 0, right = 0, bottom = 0;
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
-    bool operator==(const PixelRect& o) const {
-        return left == o.left && top == o.top && right == o.right && bottom == o.bottom;
-    }
-};
 
 // A client capture's rectangle in client coordinates. The game centres its screens horizontally
 // and on a 24-pixel row grid vertically, so the screens' rectangles follow the same arithmetic

@@ -121,7 +121,7 @@ void ScreenshotTaker::TakeRange(int range) {
 void ScreenshotTaker::CaptureClient(HWND game, int dx, int dy, int width, int height) {
     RECT client{};
     ::GetClientRect(game, &client);
-    const screenshot::PixelRect r =
+    const PixelRect r =
         screenshot::ClientCaptureRect({screenshot::Capture::Kind::Client, dx, dy, width, height},
                                       client.right - client.left, client.bottom - client.top);
     HDC dc = ::GetDC(game);

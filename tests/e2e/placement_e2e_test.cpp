@@ -1,0 +1,192 @@
+// Window placement through the running companion: save, disarrange and restore every window with
+// the log windows' docking and tab page, reset to the default layout, and the files a player may
+// have edited by hand.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "e2e_support.h"
+// The tab control's messages; after windows.h, which it builds on.
+#include <commctrl.h>
+
+namespace {
+
+using e2e::Companion;
+
+constexpr WPARAM kSave = 34000;
+constexpr WPARAM kRestore = 34001;
+constexpr WPARAM kReset = 34004;
+constexpr WPARAM kRestoreIfAsked = 34099;
+constexpr WPARAM kShowExtractedLog = 34104;
+constexpr WPARAM kDockUndock = 1001;
+constexpr int kTabId = 1003;
+
+struct PlacementSession {
+    e2e::Install install = e2e::MakeInstall();
+    std::unique_ptr<Companion> companion;
+    HWND frame = nullptr;
+    HWND game = nullptr;
+    HWND fullLog = nullptr;
+    HWND extractedLog = nullptr;
+    HWND quickSearch = nullptr;
+    HWND pet = nullptr;
+    HWND item = nullptr;
+
+    void Start(const std::string& ini) {
+        install.WriteIni(ini);
+        companion = std::make_unique<Companion>(install);
+        frame = e2e::WaitForFrame();
+        game = e2e::WaitForGameWindow();
+        ASSERT_TRUE(frame && game);
+        e2e::LetTheCompanionSeeTheGame(game);
+        extractedLog = e2e::WaitForWindow(L"#32770", L"Extracted Log - Vorrel", 20000);
+        fullLog = e2e::WaitForWindow(L"#32770", L"Full Log - Vorrel", 5000);
+        quickSearch = ::FindWindowW(L"#32770", L"Quick Search - Vorrel");
+        pet = ::FindWindowW(L"#32770", L"Pet Information - Vorrel");
+        item = ::FindWindowW(L"#32770", L"Item Information - Vorrel");
+        ASSERT_TRUE(extractedLog && fullLog);
+    }
+
+    void Command(WPARAM id) const { ::SendMessageW(frame, WM_COMMAND, id, 0); }
+    std::string File() const { return vrltest::ReadFileBytes(install.ProgramFile(L"WindowPlacement.kcsv")); }
+    int TabPage() const { return static_cast<int>(::SendMessageW(::GetDlgItem(fullLog, kTabId), TCM_GETCURSEL, 0, 0)); }
+};
+
+RECT RectOf(HWND window) {
+    RECT r{};
+    ::GetWindowRect(window, &r);
+    return r;
+}
+
+std::string Text(const RECT& r) {
+    return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," +
+           std::to_string(r.bottom);
+}
+
+std::wstring Title(HWND window) {
+    wchar_t title[128] = {};
+    ::GetWindowTextW(window, title, 128);
+    return title;
+}
+
+void Put(HWND window, int x, int y, int width, int height, bool visible) {
+    ::SetWindowPos(window, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    ::ShowWindow(window, visible ? SW_SHOWNOACTIVATE : SW_HIDE);
+}
+
+RECT WorkArea() {
+    RECT r{};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &r, 0);
+    return r;
+}
+
+const char kEverything[] =
+    "enLogExtender=1\r\nenLogExtender_FullLog=1\r\nenQuickSearch=1\r\nenPetInfo=1\r\nenItemInfo=1\r\n";
+
+TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
+    PlacementSession s;
+    s.Start(kEverything);
+    ASSERT_TRUE(s.quickSearch && s.pet && s.item);
+    HWND const windows[] = {s.game, s.fullLog, s.extractedLog, s.quickSearch, s.pet, s.item};
+
+    ::SetWindowPos(s.game, nullptr, 30, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Put(s.fullLog, 600, 40, 500, 300, true);
+    Put(s.quickSearch, 100, 700, 400, 40, false);
+    Put(s.pet, 700, 500, 300, 250, true);
+    Put(s.item, 50, 650, 280, 200, false);
+    Put(s.extractedLog, 620, 360, 420, 220, true);
+    ::SendMessageW(s.fullLog, WM_SYSCOMMAND, kDockUndock, 0);
+    s.Command(kShowExtractedLog);  // docked: the extracted page in front
+    ASSERT_EQ(Title(s.fullLog), L"Log - Vorrel");
+    ASSERT_EQ(s.TabPage(), 1);
+    RECT saved[6];
+    bool shown[6];
+    for (int i = 0; i < 6; ++i) {
+        saved[i] = RectOf(windows[i]);
+        shown[i] = ::IsWindowVisible(windows[i]) != FALSE;
+    }
+    EXPECT_FALSE(shown[2]) << "docked, the extracted-log window hides";
+    s.Command(kSave);
+    const std::string file = s.File();
+    EXPECT_NE(file.find("#option,LogEx_Docked:1\r\n#option,LogEx_TabPage:1\r\n"), std::string::npos) << file;
+    const size_t rows = file.find("\r\nMorva,30,20,");
+    EXPECT_NE(rows, std::string::npos) << file;
+    EXPECT_LT(rows, file.find("\r\nLogEx,600,40,1100,340,1\r\n")) << file;
+    EXPECT_LT(file.find("\r\nLogEx,"), file.find("\r\nLogEx_Child,")) << file;
+    EXPECT_LT(file.find("\r\nQuickSearch,100,700,500,740,0\r\n"), file.find("\r\nPetInfo,")) << file;
+    EXPECT_LT(file.find("\r\nPetInfo,700,500,1000,750,1\r\n"), file.find("\r\nItemInfo,50,650,330,850,0\r\n")) << file;
+
+    // Everything elsewhere, the hidden shown and the shown hidden, undocked on the other page.
+    ::SendMessageW(s.fullLog, WM_SYSCOMMAND, kDockUndock, 0);
+    ::SendMessageW(::GetDlgItem(s.fullLog, kTabId), TCM_SETCURSEL, 0, 0);
+    for (int i = 0; i < 6; ++i) Put(windows[i], 5 + 10 * i, 15 + 10 * i, 200, 150, i == 0 || !shown[i]);
+    s.Command(kRestoreIfAsked);  // not asked for in the settings
+    EXPECT_EQ(Text(RectOf(s.pet)), "45,55,245,205");
+
+    s.Command(kRestore);
+    EXPECT_EQ(Title(s.fullLog), L"Log - Vorrel");
+    EXPECT_EQ(s.TabPage(), 1);
+    for (int i = 0; i < 6; ++i) {
+        // The game and the quick search bar only move.
+        const bool moved = i == 0 || i == 3;
+        const RECT want = moved ? RECT{saved[i].left, saved[i].top, saved[i].left + 200, saved[i].top + 150} : saved[i];
+        EXPECT_EQ(Text(RectOf(windows[i])), Text(want)) << "window " << i;
+        if (i != 2) {
+            EXPECT_EQ(::IsWindowVisible(windows[i]) != FALSE, shown[i]) << "window " << i;
+        }
+    }
+    EXPECT_EQ(s.File(), file) << "only a save writes the file";
+
+    s.Command(kReset);
+    const RECT area = WorkArea();
+    EXPECT_EQ(Text(RectOf(s.game)), "0,0,200,150");
+    EXPECT_EQ(Text(RectOf(s.fullLog)), Text({0, area.bottom - 360, 640, area.bottom}));
+    EXPECT_EQ(Text(RectOf(s.extractedLog)), Text({640, area.bottom - 360, 1280, area.bottom}));
+    EXPECT_EQ(Text(RectOf(s.quickSearch)), Text({0, area.bottom - 390, 541, area.bottom - 360}));
+    // The panels hang from the work area's right edge, the item panel left of the pet panel.
+    const RECT pet = RectOf(s.pet);
+    const RECT item = RectOf(s.item);
+    EXPECT_EQ(pet.top, 0);
+    EXPECT_EQ(pet.right, area.right - area.left);
+    EXPECT_EQ(item.top, 0);
+    EXPECT_EQ(item.right, pet.left);
+    EXPECT_GT(item.right - item.left, 0);
+}
+
+TEST(WindowPlacement, HandEditedFilesNeitherCrashNorGetRewritten) {
+    PlacementSession s;
+    s.Start("enLogExtender=1\r\nenLogExtender_FullLog=0\r\nenRestoreWindowPlacement=1\r\n");
+    const RECT game = RectOf(s.game);
+    ::ShowWindow(s.extractedLog, SW_HIDE);
+    const std::string file =
+        "#format,kcsv\r\n#option,LogEx_Docked:1,LogEx_TabPage:7\r\n"
+        "#column,WindowID,rcNormalPosition.left,rcNormalPosition.top,rcNormalPosition.right,"
+        "rcNormalPosition.bottom,showCmd\r\n"
+        "morva,500,400,900,700,1\r\n"
+        "LogEx,100,100,500,400,1\r\n"
+        "Nobody,1,2,3,4,1\r\n"
+        "LogEx_Child,-90000,x,,99999999999,\r\n"
+        "LogEx\r\n";
+    s.install.WriteProgramFile(L"WindowPlacement.kcsv", file);
+    s.Command(kRestoreIfAsked);
+    EXPECT_EQ(Text(RectOf(s.game)), Text(game)) << "ids are case-sensitive";
+    EXPECT_FALSE(::IsWindowVisible(s.fullLog)) << "the full log stays off";
+    EXPECT_TRUE(::IsWindowVisible(s.extractedLog)) << "the extracted log stands in for it";
+    EXPECT_EQ(Title(s.fullLog), L"Full Log - Vorrel") << "no docking without the full log";
+    EXPECT_EQ(s.File(), file);
+
+    const std::string idsOnly = "#format,kcsv\r\n#column,WindowID\r\nLogEx_Child\r\nMorva\r\n";
+    s.install.WriteProgramFile(L"WindowPlacement.kcsv", idsOnly);
+    s.Command(kRestore);
+    s.install.WriteProgramFile(L"WindowPlacement.kcsv", "\xEF\xBB\xBFnot a table at all\r\n");
+    s.Command(kRestore);
+    ::DeleteFileW(s.install.ProgramFile(L"WindowPlacement.kcsv").c_str());
+    s.Command(kRestore);
+    EXPECT_TRUE(::IsWindow(s.frame));
+    EXPECT_EQ(s.companion->WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));
+    EXPECT_FALSE(s.install.ProgramFileExists(L"WindowPlacement.kcsv"));
+}
+
+}  // namespace
