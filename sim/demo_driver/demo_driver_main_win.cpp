@@ -210,6 +210,15 @@ int wmain(int argc, wchar_t** argv) {
         DestroyWindow(picture);
     }
 
+    // Window placement: the arrangement saved, the default layout, then the saved one back.
+    SendMessageW(frame, WM_COMMAND, 34000, 0);
+    SendMessageW(frame, WM_COMMAND, 34004, 0);
+    Sleep(500);
+    Shot("placement-reset");
+    SendMessageW(frame, WM_COMMAND, 34001, 0);
+    Sleep(500);
+    Shot("placement-restored");
+
     PostMessageW(frame, WM_COMMAND, 34108, 0);
     HWND about = WaitFor(L"#32770", aboutTitle, 5000);
     Sleep(300);
