@@ -173,8 +173,8 @@ void CMainFrame::CreateStatusStatics() {
 }
 
 void CMainFrame::CreateCompanionWindows() {
-    // The log, music, pet, item, quick search, treasure map and equip set windows slot in here,
-    // in that order, as each is built.
+    // The companion windows in their order: logs, pet, quick search, music, treasure map, equip
+    // sets, item information.
     const AppSettings& settings = App().settings;
     extractedLog_ = nullptr;
     if (settings.enLogExtender && logWindow_.Create()) {
@@ -187,6 +187,11 @@ void CMainFrame::CreateCompanionWindows() {
         quickSearch_.Show(SW_SHOW);
         ::RegisterHotKey(m_hWnd, kCmdShowQuickSearch, MOD_CONTROL | MOD_ALT, 'F');
     }
+    if (settings.enMusicExtender && musicPanel_.Create()) {
+        musicPanel_.Show(SW_SHOW);
+        ::RegisterHotKey(m_hWnd, kCmdShowMusicPanel, MOD_CONTROL | MOD_ALT, 'M');
+    }
+    // The treasure map and the equip sets come here.
     if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
@@ -199,6 +204,10 @@ void CMainFrame::DestroyCompanionWindows() {
     }
     itemInfo_.Destroy();
     quickSearch_.Destroy();
+    if (musicPanel_.IsWindow()) {
+        musicPanel_.SaveVolumeTable();
+        musicPanel_.Destroy();
+    }
 }
 
 std::vector<PlaceableWindow> CMainFrame::PlaceableWindows() {
@@ -209,7 +218,8 @@ std::vector<PlaceableWindow> CMainFrame::PlaceableWindows() {
         {kFullLogId, [this] { return logWindow_.Handle(); }, Restore::FullPlacement, AboveWorkArea(0, 360, 640, 360)},
         {kExtractedLogId, [this] { return logWindow_.Child().Handle(); }, Restore::FullPlacement,
          AboveWorkArea(640, 360, 640, 360)},
-        // The music control panel's row comes here, anchored at (-276, -222, 0, 0).
+        {kMusicPanelId, [this] { return musicPanel_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-276, -222, 0, 0})},
         {kQuickSearchId, [this] { return quickSearch_.Handle(); }, Restore::MoveAndShow, AboveWorkArea(0, 390, 541, 30)},
         {kPetPanelId, [this] { return petPanel_.Handle(); }, Restore::FullPlacement, AnchoredInArea({-520, 0, 0, 400})},
         {kItemPanelId, [this] { return itemInfo_.Handle(); }, Restore::FullPlacement,
@@ -365,6 +375,8 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         if (itemInfo_.IsWindow()) itemInfo_.ShowInFront();
         return;
     case kCmdShowMusicPanel:
+        if (musicPanel_.IsWindow()) musicPanel_.ShowInFront();
+        return;
     case kCmdShowVstEditor:
         return;  // their windows are not built yet
     }

@@ -11,6 +11,7 @@
 #include "panels/item_info_win.h"
 #include "panels/quick_search_win.h"
 #include "panels/pet_extender_dlg_win.h"
+#include "music/music_player_dlg_win.h"
 #include "tools/screenshot_win.h"
 #include "tools/window_placement_win.h"
 #include "ui/window_win.h"
@@ -71,6 +72,7 @@ private:
     CQuickSearchDlg quickSearch_;
     CItemInfoDlg itemInfo_;
     CPetExtenderDlg petPanel_;
+    CMusicPlayerDlg musicPanel_;
     WindowPlacement placement_{PlaceableWindows(), &logWindow_};  // after the windows it places
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;

@@ -17,6 +17,7 @@ enum class Op {
     kLogBytes,     // logbytes HEX: raw bytes to the full log
     kCopyData,     // copydata TARGET DWDATA [HEX]
     kItem,         // item CHIP ITEMID BITS ENCHANTS NAME: one item record to the item panel
+    kMusic,        // music CODE MONTH DAY HOUR MAPOBJ PLAYCOUNT PATH: a music request record
     kReload,       // reload BITS: OR into slot 8
     kRequest,      // request MSG [WPARAM]: SendMessage to the frame (MSG in hex: 9000, 9001, a000)
     kCommand,      // command ID: PostMessage WM_COMMAND to the frame
@@ -45,8 +46,8 @@ struct Command {
     Op op = Op::kWait;
     Target target = Target::kNone;
     std::string text;                  // log, log0, static1: UTF-8 after escapes
-    std::vector<unsigned char> bytes;  // logbytes, copydata
-    std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData
+    std::vector<unsigned char> bytes;  // logbytes, copydata, music (the record)
+    std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData, code
     std::int64_t second = 0;           // wParam, slot value
     ItemInfoRecord item;               // item: every field but the name, which is `text`
     std::vector<std::int32_t> numbers; // pet: status, area, level, xp, next, hp, max, mp, max, st, max

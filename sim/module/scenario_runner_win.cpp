@@ -249,6 +249,8 @@ std::string ScenarioRunner::Execute(const Command& c) {
         }
         case Op::kWord:
             return ReadWord();
+        case Op::kMusic:
+            return SendData(Target::kMusic, static_cast<ULONG_PTR>(c.first), c.bytes);
         case Op::kReload: {
             HWND frame = Frame();
             if (frame == nullptr) return "error: no frame window";

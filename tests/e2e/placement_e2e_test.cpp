@@ -30,6 +30,7 @@ struct PlacementSession {
     HWND game = nullptr;
     HWND fullLog = nullptr;
     HWND extractedLog = nullptr;
+    HWND music = nullptr;
     HWND quickSearch = nullptr;
     HWND pet = nullptr;
     HWND item = nullptr;
@@ -43,6 +44,7 @@ struct PlacementSession {
         e2e::LetTheCompanionSeeTheGame(game);
         extractedLog = e2e::WaitForWindow(L"#32770", L"Extracted Log - Vorrel", 20000);
         fullLog = e2e::WaitForWindow(L"#32770", L"Full Log - Vorrel", 5000);
+        music = ::FindWindowW(L"#32770", L"Music Control Panel");
         quickSearch = ::FindWindowW(L"#32770", L"Quick Search - Vorrel");
         pet = ::FindWindowW(L"#32770", L"Pet Information - Vorrel");
         item = ::FindWindowW(L"#32770", L"Item Information - Vorrel");
@@ -83,16 +85,20 @@ RECT WorkArea() {
 }
 
 const char kEverything[] =
-    "enLogExtender=1\r\nenLogExtender_FullLog=1\r\nenQuickSearch=1\r\nenPetInfo=1\r\nenItemInfo=1\r\n";
+    "enLogExtender=1\r\nenLogExtender_FullLog=1\r\nenMusicExtender=1\r\nenQuickSearch=1\r\nenPetInfo=1\r\n"
+    "enItemInfo=1\r\n";
 
 TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     PlacementSession s;
     s.Start(kEverything);
-    ASSERT_TRUE(s.quickSearch && s.pet && s.item);
-    HWND const windows[] = {s.game, s.fullLog, s.extractedLog, s.quickSearch, s.pet, s.item};
+    ASSERT_TRUE(s.music && s.quickSearch && s.pet && s.item);
+    HWND const windows[] = {s.game, s.fullLog, s.extractedLog, s.music, s.quickSearch, s.pet, s.item};
+    constexpr int kCount = 7;
+    constexpr int kQuickSearch = 4;
 
     ::SetWindowPos(s.game, nullptr, 30, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     Put(s.fullLog, 600, 40, 500, 300, true);
+    Put(s.music, 400, 420, 350, 260, false);
     Put(s.quickSearch, 100, 700, 400, 40, false);
     Put(s.pet, 700, 500, 300, 250, true);
     Put(s.item, 50, 650, 280, 200, false);
@@ -101,9 +107,9 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     s.Command(kShowExtractedLog);  // docked: the extracted page in front
     ASSERT_EQ(Title(s.fullLog), L"Log - Vorrel");
     ASSERT_EQ(s.TabPage(), 1);
-    RECT saved[6];
-    bool shown[6];
-    for (int i = 0; i < 6; ++i) {
+    RECT saved[kCount];
+    bool shown[kCount];
+    for (int i = 0; i < kCount; ++i) {
         saved[i] = RectOf(windows[i]);
         shown[i] = ::IsWindowVisible(windows[i]) != FALSE;
     }
@@ -115,22 +121,24 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     EXPECT_NE(rows, std::string::npos) << file;
     EXPECT_LT(rows, file.find("\r\nLogEx,600,40,1100,340,1\r\n")) << file;
     EXPECT_LT(file.find("\r\nLogEx,"), file.find("\r\nLogEx_Child,")) << file;
+    EXPECT_LT(file.find("\r\nLogEx_Child,"), file.find("\r\nMusicControl,400,420,750,680,0\r\n")) << file;
+    EXPECT_LT(file.find("\r\nMusicControl,"), file.find("\r\nQuickSearch,")) << file;
     EXPECT_LT(file.find("\r\nQuickSearch,100,700,500,740,0\r\n"), file.find("\r\nPetInfo,")) << file;
     EXPECT_LT(file.find("\r\nPetInfo,700,500,1000,750,1\r\n"), file.find("\r\nItemInfo,50,650,330,850,0\r\n")) << file;
 
     // Everything elsewhere, the hidden shown and the shown hidden, undocked on the other page.
     ::SendMessageW(s.fullLog, WM_SYSCOMMAND, kDockUndock, 0);
     ::SendMessageW(::GetDlgItem(s.fullLog, kTabId), TCM_SETCURSEL, 0, 0);
-    for (int i = 0; i < 6; ++i) Put(windows[i], 5 + 10 * i, 15 + 10 * i, 200, 150, i == 0 || !shown[i]);
+    for (int i = 0; i < kCount; ++i) Put(windows[i], 5 + 10 * i, 15 + 10 * i, 200, 150, i == 0 || !shown[i]);
     s.Command(kRestoreIfAsked);  // not asked for in the settings
-    EXPECT_EQ(Text(RectOf(s.pet)), "45,55,245,205");
+    EXPECT_EQ(Text(RectOf(s.pet)), "55,65,255,215");
 
     s.Command(kRestore);
     EXPECT_EQ(Title(s.fullLog), L"Log - Vorrel");
     EXPECT_EQ(s.TabPage(), 1);
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < kCount; ++i) {
         // The game and the quick search bar only move.
-        const bool moved = i == 0 || i == 3;
+        const bool moved = i == 0 || i == kQuickSearch;
         const RECT want = moved ? RECT{saved[i].left, saved[i].top, saved[i].left + 200, saved[i].top + 150} : saved[i];
         EXPECT_EQ(Text(RectOf(windows[i])), Text(want)) << "window " << i;
         if (i != 2) {
@@ -145,7 +153,12 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     EXPECT_EQ(Text(RectOf(s.fullLog)), Text({0, area.bottom - 360, 640, area.bottom}));
     EXPECT_EQ(Text(RectOf(s.extractedLog)), Text({640, area.bottom - 360, 1280, area.bottom}));
     EXPECT_EQ(Text(RectOf(s.quickSearch)), Text({0, area.bottom - 390, 541, area.bottom - 360}));
-    // The panels hang from the work area's right edge, the item panel left of the pet panel.
+    // The panels hang from the work area's right edge, the item panel left of the pet panel, the
+    // music panel in its bottom-right corner.
+    const RECT music = RectOf(s.music);
+    EXPECT_EQ(music.right, area.right - area.left);
+    EXPECT_EQ(music.bottom, area.bottom - area.top);
+    EXPECT_GT(music.right - music.left, 0);
     const RECT pet = RectOf(s.pet);
     const RECT item = RectOf(s.item);
     EXPECT_EQ(pet.top, 0);
