@@ -126,6 +126,8 @@ std::string ParsePet(const std::string& rest, Command* command) {
         if (!ParseNumbers(words[i], kWidths[i], &command->numbers)) return "bad number " + words[i];
     }
     return "";
+}
+
 void PutLe32(std::vector<unsigned char>& bytes, std::size_t at, std::int64_t value) {
     const auto v = static_cast<std::uint32_t>(value);
     for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<unsigned char>(v >> (8 * i));

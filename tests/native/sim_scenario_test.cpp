@@ -90,6 +90,8 @@ TEST(Scenario, ItemTakesItsFieldsEnchantmentPairsAndAName) {
     ErrorOf("item 1 2 0 10012:3, Stone");
     ErrorOf("item 1 2 0 1:1,2:2,3:3,4:4,5:5,6:6,7:7,8:8,9:9,10:10,11:11,12:12,13:13,14:14,15:15,16:16 Too many");
     EXPECT_EQ(Parse("word").op, Op::kWord);
+}
+
 TEST(Scenario, MusicRequestsCarryTheRecordTheModuleSends) {
     vrl::sim::Command c = Parse("music 1 12 31 23 -5 2 C:\\g\\sound\\bgm01.mid");
     EXPECT_EQ(c.first, 1);
