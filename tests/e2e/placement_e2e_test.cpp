@@ -116,15 +116,14 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     EXPECT_FALSE(shown[2]) << "docked, the extracted-log window hides";
     s.Command(kSave);
     const std::string file = s.File();
-    EXPECT_NE(file.find("#option,LogEx_Docked:1\r\n#option,LogEx_TabPage:1\r\n"), std::string::npos) << file;
-    const size_t rows = file.find("\r\nMorva,30,20,");
-    EXPECT_NE(rows, std::string::npos) << file;
-    EXPECT_LT(rows, file.find("\r\nLogEx,600,40,1100,340,1\r\n")) << file;
-    EXPECT_LT(file.find("\r\nLogEx,"), file.find("\r\nLogEx_Child,")) << file;
-    EXPECT_LT(file.find("\r\nLogEx_Child,"), file.find("\r\nMusicControl,400,420,750,680,0\r\n")) << file;
-    EXPECT_LT(file.find("\r\nMusicControl,"), file.find("\r\nQuickSearch,")) << file;
-    EXPECT_LT(file.find("\r\nQuickSearch,100,700,500,740,0\r\n"), file.find("\r\nPetInfo,")) << file;
-    EXPECT_LT(file.find("\r\nPetInfo,700,500,1000,750,1\r\n"), file.find("\r\nItemInfo,50,650,330,850,0\r\n")) << file;
+    std::string rows;  // in the file's order, each window's rectangle and visibility
+    const char* const ids[] = {"Morva", "LogEx", "LogEx_Child", "MusicControl", "QuickSearch", "PetInfo", "ItemInfo"};
+    for (int i = 0; i < kCount; ++i) {
+        rows += std::string(ids[i]) + "," + Text(saved[i]) + "," + (shown[i] ? "1" : "0") + "\r\n";
+    }
+    EXPECT_EQ(file, "#format,kcsv\r\n#option,LogEx_Docked:1\r\n#option,LogEx_TabPage:1\r\n"
+                    "#column,WindowID,rcNormalPosition.left,rcNormalPosition.top,rcNormalPosition.right,"
+                    "rcNormalPosition.bottom,showCmd\r\n" + rows);
 
     // Everything elsewhere, the hidden shown and the shown hidden, undocked on the other page.
     ::SendMessageW(s.fullLog, WM_SYSCOMMAND, kDockUndock, 0);
