@@ -10,6 +10,7 @@
 #include "app/error_box_win.h"
 #include "app/game_link_win.h"
 #include "log/sound_effect_player_win.h"
+#include "tools/screen_capture_win.h"
 #include "tools/screenshot.h"
 #include "ui/wide_win.h"
 
@@ -20,34 +21,6 @@ namespace {
 constexpr char16_t kConfirmationSound[] = u"..\\sound\\pray1.wav";
 
 using screenshot::OutputFile;
-
-// A screen-compatible bitmap and memory context holding a copy of the captured pixels.
-class BitmapCopy {
-public:
-    BitmapCopy(HDC source, const RECT& rect)
-        : memory_(::CreateCompatibleDC(source)),
-          bitmap_(::CreateCompatibleBitmap(source, rect.right - rect.left, rect.bottom - rect.top)) {
-        if (!memory_ || !bitmap_) return;
-        old_ = ::SelectObject(memory_, bitmap_);
-        ::BitBlt(memory_, 0, 0, rect.right - rect.left, rect.bottom - rect.top, source, rect.left, rect.top,
-                 SRCCOPY);
-        // GDI+ reads the bitmap while no context holds it selected.
-        ::SelectObject(memory_, old_);
-        old_ = nullptr;
-    }
-    ~BitmapCopy() {
-        if (memory_) ::DeleteDC(memory_);
-        if (bitmap_) ::DeleteObject(bitmap_);
-    }
-    BitmapCopy(const BitmapCopy&) = delete;
-    BitmapCopy& operator=(const BitmapCopy&) = delete;
-    HBITMAP Bitmap() const { return bitmap_; }
-
-private:
-    HDC memory_;
-    HBITMAP bitmap_;
-    HGDIOBJ old_ = nullptr;
-};
 
 screenshot::LocalTime Now() {
     SYSTEMTIME t{};
@@ -140,7 +113,7 @@ void ScreenshotTaker::CaptureWholeWindow(HWND game) {
 void ScreenshotTaker::CaptureAndSave(HDC source, const RECT& rect, int format) {
     const AppState& app = App();
     {
-        const BitmapCopy copy(source, rect);
+        const ScreenCapture copy(source, rect);
         const OutputFile out =
             screenshot::OutputFor(format == -1 ? app.settings.iScreenshotFormat : format, app.settings.iJpegQuality,
                                   Now(), U16(app.screenshotFolder), U16(app.saveBackupFolder));
