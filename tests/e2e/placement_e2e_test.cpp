@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "app/command_ids.h"
+#include "app/game_link.h"
 #include "e2e_support.h"
 // The tab control's messages; after windows.h, which it builds on.
 #include <commctrl.h>
@@ -15,12 +17,7 @@ namespace {
 
 using e2e::Companion;
 
-constexpr WPARAM kSave = 34000;
-constexpr WPARAM kRestore = 34001;
-constexpr WPARAM kReset = 34004;
-constexpr WPARAM kRestoreIfAsked = 34099;
-constexpr WPARAM kShowExtractedLog = 34104;
-constexpr WPARAM kDockUndock = 1001;
+constexpr WPARAM kDockUndock = 1001;  // the full-log window's system menu
 constexpr int kTabId = 1003;
 
 struct PlacementSession {
@@ -104,7 +101,7 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     Put(s.item, 50, 650, 280, 200, false);
     Put(s.extractedLog, 620, 360, 420, 220, true);
     ::SendMessageW(s.fullLog, WM_SYSCOMMAND, kDockUndock, 0);
-    s.Command(kShowExtractedLog);  // docked: the extracted page in front
+    s.Command(vrl::kCmdShowExtractedLog);  // docked: the extracted page in front
     ASSERT_EQ(Title(s.fullLog), L"Log - Vorrel");
     ASSERT_EQ(s.TabPage(), 1);
     RECT saved[kCount];
@@ -114,7 +111,7 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
         shown[i] = ::IsWindowVisible(windows[i]) != FALSE;
     }
     EXPECT_FALSE(shown[2]) << "docked, the extracted-log window hides";
-    s.Command(kSave);
+    s.Command(vrl::kCmdPlacementSave);
     const std::string file = s.File();
     std::string rows;  // in the file's order, each window's rectangle and visibility
     const char* const ids[] = {"Morva", "LogEx", "LogEx_Child", "MusicControl", "QuickSearch", "PetInfo", "ItemInfo"};
@@ -129,10 +126,10 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     ::SendMessageW(s.fullLog, WM_SYSCOMMAND, kDockUndock, 0);
     ::SendMessageW(::GetDlgItem(s.fullLog, kTabId), TCM_SETCURSEL, 0, 0);
     for (int i = 0; i < kCount; ++i) Put(windows[i], 5 + 10 * i, 15 + 10 * i, 200, 150, i == 0 || !shown[i]);
-    s.Command(kRestoreIfAsked);  // not asked for in the settings
+    s.Command(vrl::game_link::kCmdRestorePlacement);  // not asked for in the settings
     EXPECT_EQ(Text(RectOf(s.pet)), "55,65,255,215");
 
-    s.Command(kRestore);
+    s.Command(vrl::kCmdPlacementRestore);
     EXPECT_EQ(Title(s.fullLog), L"Log - Vorrel");
     EXPECT_EQ(s.TabPage(), 1);
     for (int i = 0; i < kCount; ++i) {
@@ -146,7 +143,7 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     }
     EXPECT_EQ(s.File(), file) << "only a save writes the file";
 
-    s.Command(kReset);
+    s.Command(vrl::kCmdPlacementReset);
     const RECT area = WorkArea();
     EXPECT_EQ(Text(RectOf(s.game)), "0,0,200,150");
     EXPECT_EQ(Text(RectOf(s.fullLog)), Text({0, area.bottom - 360, 640, area.bottom}));
@@ -182,7 +179,7 @@ TEST(WindowPlacement, HandEditedFilesNeitherCrashNorGetRewritten) {
         "LogEx_Child,-90000,x,,99999999999,\r\n"
         "LogEx\r\n";
     s.install.WriteProgramFile(L"WindowPlacement.kcsv", file);
-    s.Command(kRestoreIfAsked);
+    s.Command(vrl::game_link::kCmdRestorePlacement);
     EXPECT_EQ(Text(RectOf(s.game)), Text(game)) << "ids are case-sensitive";
     EXPECT_FALSE(::IsWindowVisible(s.fullLog)) << "the full log stays off";
     EXPECT_TRUE(::IsWindowVisible(s.extractedLog)) << "the extracted log stands in for it";
@@ -191,11 +188,11 @@ TEST(WindowPlacement, HandEditedFilesNeitherCrashNorGetRewritten) {
 
     const std::string idsOnly = "#format,kcsv\r\n#column,WindowID\r\nLogEx_Child\r\nMorva\r\n";
     s.install.WriteProgramFile(L"WindowPlacement.kcsv", idsOnly);
-    s.Command(kRestore);
+    s.Command(vrl::kCmdPlacementRestore);
     s.install.WriteProgramFile(L"WindowPlacement.kcsv", "\xEF\xBB\xBFnot a table at all\r\n");
-    s.Command(kRestore);
+    s.Command(vrl::kCmdPlacementRestore);
     ::DeleteFileW(s.install.ProgramFile(L"WindowPlacement.kcsv").c_str());
-    s.Command(kRestore);
+    s.Command(vrl::kCmdPlacementRestore);
     EXPECT_TRUE(::IsWindow(s.frame));
     EXPECT_EQ(s.companion->WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));
     EXPECT_FALSE(s.install.ProgramFileExists(L"WindowPlacement.kcsv"));

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "app/command_ids.h"
+#include "app/game_link.h"
 #include "e2e_support.h"
 #include "sim/demo_game/test_pattern.h"
 #include "tests/common/alerts_support_win.h"
@@ -22,9 +24,7 @@ using vrltest::Calls;
 using vrltest::Field;
 using vrltest::ReadLines;
 
-constexpr WPARAM kShot = 33000;  // + range
-constexpr WPARAM kScreenshotHotkey = 33000;
-constexpr int kScreenSlot = 4;
+constexpr WPARAM kShot = vrl::kCmdScreenshotFirst;  // + range; also the hotkey's id
 
 struct GdiplusSession {
     GdiplusSession() {
@@ -135,7 +135,7 @@ struct ShotSession {
         return moved;
     }
 
-    void SetScreen(int screen) const { ::SetWindowLongW(frame, kScreenSlot, screen); }
+    void SetScreen(int screen) const { ::SetWindowLongW(frame, vrl::game_link::kSlotScreen, screen); }
 
     int ConfirmationSounds() const {
         int played = 0;
@@ -197,7 +197,7 @@ TEST(Screenshots, PngShotsHoldExactlyTheCapturedPixels) {
     EXPECT_EQ(shot.width, window.right - window.left);
 
     // The hotkey takes the configured range, not auto-detection.
-    shot = Decode(session.Take(WM_HOTKEY, kScreenshotHotkey, session.shots));
+    shot = Decode(session.Take(WM_HOTKEY, kShot, session.shots));
     EXPECT_EQ(shot.width, 638);
     EXPECT_EQ(shot.height, 432);
 }
