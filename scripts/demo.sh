@@ -26,6 +26,8 @@ python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 cp "$root/scripts/demo/BGMEx.kcsv" "$demo/Morva/Vorrel/"
 printf 'RIFF\0\0\0\0sfbk' >"$demo/Morva/Vorrel/demo.sf2"
 for music in town field night raid; do python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/music/$music.wav"; done
+mkdir -p "$demo/Morva/Vorrel/screenshot" "$demo/Morva/Vorrel/save.bak"
+cp "$demo/Morva/user/sound/alert.wav" "$demo/Morva/sound/pray1.wav"
 
 dpi=${VRL_DEMO_DPI:-96}
 [[ $dpi == 96 ]] && dpi_tag= || dpi_tag=-${dpi}dpi

@@ -6,9 +6,13 @@
 //                  when not 0, give it a client area of that width and height (also when it is open)
 //   WM_APP + 0x37  destroy the main window only
 //   WM_APP + 0x38  wParam 1 shows the treasure map, 0 hides it
+//   WM_APP + 0x39  draw the test pattern (test_pattern.h) from now on; answered once it is drawn
 #include "sim/common/sim_io_win.h"
+#include "sim/demo_game/test_pattern.h"
 
 #include <windows.h>
+
+#include <vector>
 
 namespace {
 
@@ -29,6 +33,7 @@ constexpr RECT kMapArea = {196, 140, 196 + 408, 140 + 312};
 HWND g_mainWindow = nullptr;
 HWND g_furtherWindow = nullptr;
 bool g_mapShown = false;
+bool g_drawTestPattern = false;
 
 void Record(const std::string& event) {
     vrl::sim::AppendLine(vrl::sim::EnvironmentValue(L"VRL_SIM_TRANSCRIPT"), "game: " + event);
@@ -101,11 +106,37 @@ void PaintMap(HDC dc) {
     DrawTextW(dc, L"Treasure Map", -1, &caption, DT_CENTER | DT_SINGLELINE | DT_VCENTER);
 }
 
+void DrawTestPattern(HDC dc, const RECT& client) {
+    const int width = client.right;
+    const int height = client.bottom;
+    if (width <= 0 || height <= 0) return;
+    std::vector<DWORD> pixels(static_cast<size_t>(width) * height);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const DWORD bgr = vrl::sim::TestPatternColour(x, y);  // DIB pixels are 0x00RRGGBB
+            pixels[static_cast<size_t>(y) * width + x] = (bgr & 0xFF) << 16 | (bgr & 0xFF00) | (bgr >> 16 & 0xFF);
+        }
+    }
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;  // top-down
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    SetDIBitsToDevice(dc, 0, 0, width, height, 0, 0, 0, height, pixels.data(), &info, DIB_RGB_COLORS);
+}
+
 void PaintPlayfield(HWND window) {
     PAINTSTRUCT paint;
     HDC dc = BeginPaint(window, &paint);
     RECT client;
     GetClientRect(window, &client);
+    if (g_drawTestPattern) {
+        DrawTestPattern(dc, client);
+        EndPaint(window, &paint);
+        return;
+    }
     HBRUSH field = CreateSolidBrush(RGB(18, 24, 34));
     FillRect(dc, &client, field);
     DeleteObject(field);
@@ -174,6 +205,12 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         case kDestroyMainWindow:
             DestroyWindow(window);
             return 0;
+        case vrl::sim::kDrawTestPattern:
+            g_drawTestPattern = true;
+            InvalidateRect(window, nullptr, FALSE);
+            UpdateWindow(window);
+            Record("test pattern drawn");
+            return 1;
         case WM_DESTROY:
             Record("main window destroyed");
             g_mainWindow = nullptr;
