@@ -125,17 +125,27 @@ void LogRuleSet::Load(const KcsvFile& table) {
 }
 
 bool LogRuleSet::Matches(std::size_t index, std::u16string_view text) const {
+    std::size_t stepsLeft = RuleRegex::kStepBudget;
+    return Matches(index, text, stepsLeft);
+}
+
+bool LogRuleSet::Matches(std::size_t index, std::u16string_view text, std::size_t& stepsLeft) const {
     const LogRule& rule = rules_[index];
     if (!rule.regex) return rule.exact ? text == rule.keyword : text.find(rule.keyword) != std::u16string_view::npos;
     const std::optional<RuleRegex>& re = compiled_[index];
-    if (!re) return false;
-    const RuleRegex::Result result = rule.exact ? re->FullMatch(text) : re->Search(text);
+    if (!re || stepsLeft == 0) return false;
+    const std::size_t budget = stepsLeft < RuleRegex::kStepBudget ? stepsLeft : RuleRegex::kStepBudget;
+    std::size_t spent = 0;
+    const RuleRegex::Result result =
+        rule.exact ? re->FullMatch(text, nullptr, budget, &spent) : re->Search(text, nullptr, budget, &spent);
+    stepsLeft -= spent;
     return result == RuleRegex::Result::Match;
 }
 
 std::optional<std::size_t> LogRuleSet::FirstMatch(std::u16string_view text) const {
+    std::size_t stepsLeft = kLineStepBudget;
     for (std::size_t i = 0; i < rules_.size(); ++i) {
-        if (Matches(i, text)) return i;
+        if (Matches(i, text, stepsLeft)) return i;
     }
     return std::nullopt;
 }
