@@ -81,6 +81,8 @@ public:
     void SetOption(std::u16string_view name, std::u16string_view value);
     void SetCell(unsigned row, unsigned column, std::u16string_view text);
     void InsertRow(unsigned row);
+    // Removes every row; options and columns stay.
+    void ClearRows() { rows_.clear(); }
 
     const std::vector<Option>& Options() const { return options_; }
     const std::vector<std::u16string>& Columns() const { return columns_; }

@@ -43,17 +43,7 @@ public:
             return nullptr;
         }
         HGDIOBJ old = ::SelectObject(dc, bitmap);
-        const RECT r{0, 0, side_, side_};
-        // "No colour" shows as white with a diagonal, so it is not mistaken for white.
-        const bool none = colour == kNoColour;
-        HBRUSH fill = ::CreateSolidBrush(none ? RGB(255, 255, 255) : colour);
-        ::FillRect(dc, &r, fill);
-        ::DeleteObject(fill);
-        if (none) {
-            ::MoveToEx(dc, 0, side_ - 1, nullptr);
-            ::LineTo(dc, side_ - 1, 0);
-        }
-        ::FrameRect(dc, &r, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+        PaintSwatch(dc, RECT{0, 0, side_, side_}, colour);
         ::SelectObject(dc, old);
         ::DeleteDC(dc);
         bitmaps_.push_back(bitmap);
@@ -110,6 +100,19 @@ Colour ChooseCustomColour(Colour current) {
 }
 
 }  // namespace
+
+void PaintSwatch(HDC dc, const RECT& r, Colour colour) {
+    // "No colour" shows as white with a diagonal, so it is not mistaken for white.
+    const bool none = colour == kNoColour;
+    HBRUSH fill = ::CreateSolidBrush(none ? RGB(255, 255, 255) : colour);
+    ::FillRect(dc, &r, fill);
+    ::DeleteObject(fill);
+    if (none) {
+        ::MoveToEx(dc, r.left, r.bottom - 1, nullptr);
+        ::LineTo(dc, r.right - 1, r.top);
+    }
+    ::FrameRect(dc, &r, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+}
 
 std::array<COLORREF, 16>& CustomColours() {
     static std::array<COLORREF, 16> colours = [] {

@@ -14,6 +14,9 @@ namespace vrl {
 // the menu is dismissed, "Current setting" is chosen, or the chooser is cancelled.
 Colour ShowColourMenu(HWND owner, Colour current);
 
+// A colour sample filling `r` with a one-pixel black frame; no colour is white crossed by a diagonal.
+void PaintSwatch(HDC dc, const RECT& r, Colour colour);
+
 // The chooser's 16 custom colours, shared by every chooser of the process; white at start.
 std::array<COLORREF, 16>& CustomColours();
 

@@ -3,6 +3,7 @@
 //   vrltables dump FILE        the table as JSON
 //   vrltables check FILE...    one line per problem, FILE:LINE: message
 
+#include "music/music_try.h"
 #include "settings/kcsv.h"
 #include "settings/table_check.h"
 
@@ -59,6 +60,7 @@ int Usage() {
     Print(stderr,
           "usage: vrltables dump FILE\n"
           "       vrltables check FILE...\n"
+          "       vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ\n"
           "dump shows the table as the program reads it (JSON); check reports what in the files the\n"
           "program would read differently from what was meant, and exits with 1 when it finds anything.\n");
     return 2;
@@ -113,6 +115,13 @@ int Check(const std::vector<std::u16string>& paths) {
 int Run(const std::vector<std::u16string>& args) {
     if (args.size() == 2 && args[0] == u"dump") return Dump(args[1]);
     if (args.size() >= 2 && args[0] == u"check") return Check({args.begin() + 1, args.end()});
+    if (!args.empty() && args[0] == u"try") {
+        std::string out, err;
+        const int code = vrl::RunMusicTry(args, &out, &err);
+        Print(stdout, out);
+        Print(stderr, err);
+        return code;
+    }
     return Usage();
 }
 

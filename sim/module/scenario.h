@@ -17,6 +17,7 @@ enum class Op {
     kLogBytes,     // logbytes HEX: raw bytes to the full log
     kCopyData,     // copydata TARGET DWDATA [HEX]
     kItem,         // item CHIP ITEMID BITS ENCHANTS NAME: one item record to the item panel
+    kMusic,        // music CODE MONTH DAY HOUR MAPOBJ PLAYCOUNT PATH: a music request record
     kReload,       // reload BITS: OR into slot 8
     kRequest,      // request MSG [WPARAM]: SendMessage to the frame (MSG in hex: 9000, 9001, a000)
     kCommand,      // command ID: PostMessage WM_COMMAND to the frame
@@ -33,6 +34,9 @@ enum class Op {
     kClose,        // close: WM_CLOSE to the game window
     kCloseMain,    // closemain: destroy the game's main window only
     kExit,         // exit: end the game process
+    kPet,          // pet NAME STATUS AREA LEVEL XP/NEXT HP/MAX MP/MAX ST/MAX: one more pet slot
+    kPetSend,      // petsend [COUNT [BYTES]]: the slots so far in one WM_COPYDATA to the pet panel
+    kPetIcons,     // peticons [CELLS]: the strip of pet pictures, written beside the module
 };
 
 // Companion windows the module reaches without a published handle (the item panel is in slot 28).
@@ -42,10 +46,11 @@ struct Command {
     Op op = Op::kWait;
     Target target = Target::kNone;
     std::string text;                  // log, log0, static1: UTF-8 after escapes
-    std::vector<unsigned char> bytes;  // logbytes, copydata
-    std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData
+    std::vector<unsigned char> bytes;  // logbytes, copydata, music (the record)
+    std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData, code
     std::int64_t second = 0;           // wParam, slot value
     ItemInfoRecord item;               // item: every field but the name, which is `text`
+    std::vector<std::int32_t> numbers; // pet: status, area, level, xp, next, hp, max, mp, max, st, max
 };
 
 struct ParsedLine {

@@ -2,8 +2,10 @@
 
 #include "sim/common/sim_io_win.h"
 #include "sim/module/companion_windows_win.h"
+#include "sim/module/pet_strip.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace vrl::sim {
 namespace {
@@ -49,6 +51,29 @@ std::vector<unsigned char> AnsiBytes(const std::string& utf8) {
 
 HWND SlotWindow(HWND frame, int index) {
     return reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, index)));
+}
+
+// The folder of this module, which is the companion's program folder.
+std::wstring OwnFolder() {
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&OwnFolder), &self);
+    return ModuleFolder(self);
+}
+
+std::string WritePetIcons(std::int64_t cells) {
+    const std::string bytes = PetStripBmp(cells < 0 ? 16 : static_cast<int>(std::min<std::int64_t>(cells, 256)));
+    const std::wstring path = OwnFolder() + L"\\peticons.bmp";
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return "error: cannot write peticons.bmp";
+    DWORD written = 0;
+    const BOOL ok = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    CloseHandle(file);
+    return ok && written == bytes.size() ? std::to_string(bytes.size()) + " bytes" : "error: cannot write peticons.bmp";
+}
+
+void PutInt32(unsigned char* at, std::int32_t value) {
+    for (int i = 0; i < 4; ++i) at[i] = static_cast<unsigned char>(static_cast<std::uint32_t>(value) >> (8 * i));
 }
 
 std::string Posted(BOOL ok) { return ok ? "posted" : "error: post failed"; }
@@ -178,6 +203,31 @@ std::string ScenarioRunner::OpenFurtherWindow() {
     return Hex(result) + (published == "ok" ? "" : " (" + published + ")");
 }
 
+std::string ScenarioRunner::QueuePet(const Command& c) {
+    constexpr std::size_t kRecord = 112;
+    const std::size_t at = pets_.size();
+    pets_.resize(at + kRecord, 0);
+    unsigned char* record = &pets_[at];
+    PutInt32(record, static_cast<std::int32_t>(at / kRecord));  // chip id: anything distinct
+    // The name in the ANSI code page; a name of 64 bytes or more fills the field without its NUL.
+    const std::vector<unsigned char> name = AnsiBytes(c.text);
+    std::memcpy(record + 4, name.data(), std::min<std::size_t>(name.size(), 64));
+    for (std::size_t i = 0; i < c.numbers.size() && i < 11; ++i) {
+        // Wire order: status, level, xp, next, hp, max, mp, max, st, max, area; written: status, area, ...
+        const std::size_t field = i == 0 ? 0 : i == 1 ? 10 : i - 1;
+        PutInt32(record + 68 + 4 * field, c.numbers[i]);
+    }
+    return "slot " + std::to_string(at / kRecord);
+}
+
+std::string ScenarioRunner::SendPets(const Command& c) {
+    std::vector<unsigned char> bytes;
+    bytes.swap(pets_);
+    const std::size_t slots = bytes.size() / 112;
+    if (c.second >= 0) bytes.resize(static_cast<std::size_t>(std::min<std::int64_t>(c.second, 1 << 24)), 0);
+    return SendData(Target::kPet, c.first >= 0 ? static_cast<ULONG_PTR>(c.first) : slots, bytes);
+}
+
 std::string ScenarioRunner::Execute(const Command& c) {
     switch (c.op) {
         case Op::kLog:
@@ -199,6 +249,8 @@ std::string ScenarioRunner::Execute(const Command& c) {
         }
         case Op::kWord:
             return ReadWord();
+        case Op::kMusic:
+            return SendData(Target::kMusic, static_cast<ULONG_PTR>(c.first), c.bytes);
         case Op::kReload: {
             HWND frame = Frame();
             if (frame == nullptr) return "error: no frame window";
@@ -248,6 +300,12 @@ std::string ScenarioRunner::Execute(const Command& c) {
             return game_ != nullptr ? Posted(PostMessageW(game_, WM_CLOSE, 0, 0)) : "error: no game window";
         case Op::kCloseMain:
             return game_ != nullptr ? Posted(PostMessageW(game_, kDestroyMainWindow, 0, 0)) : "error: no game window";
+        case Op::kPet:
+            return QueuePet(c);
+        case Op::kPetSend:
+            return SendPets(c);
+        case Op::kPetIcons:
+            return WritePetIcons(c.first);
         case Op::kExit:
             break;
     }

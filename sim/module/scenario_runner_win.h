@@ -33,6 +33,8 @@ private:
     std::string OpenFurtherWindow();
     // The quick search word box's text, in double quotes.
     std::string ReadWord();
+    std::string QueuePet(const Command& command);
+    std::string SendPets(const Command& command);
     // The frame, found again when the one we knew has gone; null when there is none.
     HWND Frame();
     HWND CompanionWindow(Target target);
@@ -40,6 +42,7 @@ private:
     std::wstring transcript_;
     HWND frame_ = nullptr;
     HWND game_ = nullptr;
+    std::vector<unsigned char> pets_;  // pet slots written since the last petsend
 };
 
 }  // namespace vrl::sim

@@ -31,6 +31,48 @@ void WriteWav(const std::wstring& path, unsigned milliseconds) {
     WriteFileBytes(path, bytes);
 }
 
+namespace {
+
+std::string Le32(unsigned v) {
+    return std::string{static_cast<char>(v), static_cast<char>(v >> 8), static_cast<char>(v >> 16),
+                       static_cast<char>(v >> 24)};
+}
+
+// One Ogg page holding one packet (under 255 * 255 bytes), with its checksum.
+std::string OggPage(const std::string& packet, unsigned sequence, unsigned char headerType) {
+    std::string page = "OggS";
+    page += '\0';
+    page += static_cast<char>(headerType);
+    page += std::string(8, '\0');  // granule position
+    page += Le32(0x56524C31) + Le32(sequence) + Le32(0);  // stream serial, page number, checksum
+    std::string lacing;
+    std::size_t left = packet.size();
+    for (; left >= 255; left -= 255) lacing += '\xFF';
+    lacing += static_cast<char>(left);
+    page += static_cast<char>(lacing.size()) + lacing + packet;
+    unsigned crc = 0;
+    for (unsigned char byte : page) {
+        crc ^= static_cast<unsigned>(byte) << 24;
+        for (int bit = 0; bit < 8; ++bit) crc = crc & 0x80000000u ? crc << 1 ^ 0x04C11DB7u : crc << 1;
+    }
+    page.replace(22, 4, Le32(crc));
+    return page;
+}
+
+}  // namespace
+
+void WriteOgg(const std::wstring& path, const std::vector<std::string>& comments) {
+    std::string id = "\x01vorbis" + Le32(0) + '\x02' + Le32(48000) + Le32(0) + Le32(128000) + Le32(0);
+    id += '\xB8';  // block sizes 256 and 2048
+    id += '\x01';  // framing
+    const std::string vendor = "VrlTest";
+    std::string comment = "\x03vorbis" + Le32(static_cast<unsigned>(vendor.size())) + vendor +
+                          Le32(static_cast<unsigned>(comments.size()));
+    for (const std::string& c : comments) comment += Le32(static_cast<unsigned>(c.size())) + c;
+    comment += '\x01';
+    WriteFileBytes(path, OggPage(id, 0, 2) + OggPage(comment, 1, 0));
+}
+
 std::vector<std::string> ReadLines(const std::wstring& path) {
     const std::string text = ReadFileBytes(path);
     std::vector<std::string> lines;

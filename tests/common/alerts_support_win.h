@@ -17,6 +17,11 @@ bool CopyStandIn(const std::wstring& subfolder, const std::wstring& name, const 
 // An 8 kHz mono 8-bit PCM WAV file playing for `milliseconds`.
 void WriteWav(const std::wstring& path, unsigned milliseconds);
 
+// An Ogg Vorbis file's first two pages: the identification header (48000 Hz stereo) and the
+// comment header with these comments ("LOOPSTART=1000"). Enough for the audio library stand-in,
+// which reads the comments and does not decode.
+void WriteOgg(const std::wstring& path, const std::vector<std::string>& comments);
+
 // The lines of a UTF-8 text file, without their CR LF or LF; empty when it does not exist.
 std::vector<std::string> ReadLines(const std::wstring& path);
 // The lines that begin with `call` followed by a space.

@@ -92,6 +92,22 @@ TEST(Scenario, ItemTakesItsFieldsEnchantmentPairsAndAName) {
     EXPECT_EQ(Parse("word").op, Op::kWord);
 }
 
+TEST(Scenario, MusicRequestsCarryTheRecordTheModuleSends) {
+    vrl::sim::Command c = Parse("music 1 12 31 23 -5 2 C:\\g\\sound\\bgm01.mid");
+    EXPECT_EQ(c.first, 1);
+    ASSERT_EQ(c.bytes.size(), 552u);
+    EXPECT_EQ(c.bytes[0], 'C');
+    EXPECT_EQ(c.bytes[1], 0);
+    EXPECT_EQ(c.bytes[2 * 20], 0);  // the NUL after the 20 characters
+    EXPECT_EQ(c.bytes[520], 12);
+    EXPECT_EQ(c.bytes[528], 23);
+    EXPECT_EQ(c.bytes[540], 0xFB);
+    EXPECT_EQ(c.bytes[543], 0xFF);
+    EXPECT_EQ(c.bytes[548], 2);
+    EXPECT_EQ(Parse("music 1 1 1 1 0 1 a \xe6\x9c\x9d.ogg").bytes[4], 0x1D);  // U+671D, low byte
+    ErrorOf("music 1 1 1 1 0 x.ogg");
+}
+
 TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
     EXPECT_EQ(Parse("slot 36 -1").second, -1);
     EXPECT_EQ(Parse("reload 0x102").first, 0x102);
@@ -108,6 +124,28 @@ TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
 TEST(Scenario, FileSplitsOnLineBreaksAndDropsTheByteOrderMark) {
     const std::vector<std::string> lines = vrl::sim::SplitScenarioLines("\xEF\xBB\xBFlog a\r\n\r\nexit\nwait 5");
     EXPECT_EQ(lines, (std::vector<std::string>{"log a", "", "exit", "wait 5"}));
+}
+
+}  // namespace
+
+namespace {
+
+TEST(Scenario, PetSlotsAreWrittenWithReadableFields) {
+    vrl::sim::Command c = Parse("pet \"Little \\\"Gwen\\\"\" 9 101 12 300/1000 -5/0 1/2 3/4");
+    EXPECT_EQ(c.op, Op::kPet);
+    EXPECT_EQ(c.text, "Little \"Gwen\"");
+    EXPECT_EQ(c.numbers, (std::vector<std::int32_t>{9, 101, 12, 300, 1000, -5, 0, 1, 2, 3, 4}));
+    EXPECT_EQ(Parse("pet putit 1 0 1 0/10 5/5 0/0 9/9").text, "putit");
+    ErrorOf("pet putit 1 0 1 0/10 5/5 0/0");  // a pair missing
+    ErrorOf("pet putit 1 0 1 0 5/5 0/0 9/9");  // a number where a pair goes
+    ErrorOf("pet \"unclosed 1 0 1 0/10 5/5 0/0 9/9");
+    c = Parse("petsend");
+    EXPECT_EQ(c.first, -1);
+    EXPECT_EQ(c.second, -1);
+    c = Parse("petsend 3 300");
+    EXPECT_EQ(c.first, 3);
+    EXPECT_EQ(c.second, 300);
+    EXPECT_EQ(Parse("peticons 2").first, 2);
 }
 
 }  // namespace

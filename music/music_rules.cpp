@@ -1,0 +1,273 @@
+#include "music/music_rules.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "settings/kcsv.h"
+
+namespace vrl {
+namespace {
+
+constexpr std::size_t kEntryChars = 259;
+
+constexpr LangText kPeriodNames[] = {
+    {u"Midnight", u"深夜"}, {u"Dawn", u"夜明け"}, {u"Morning", u"朝"},
+    {u"Noon", u"昼"},       {u"Dusk", u"宵"},     {u"Night", u"夜"},
+};
+constexpr LangText kHourMark{u"h", u"時"};
+
+// The map conditions that fall back on a more general one when they have no rules of their own.
+struct Variant {
+    const char16_t* name;
+    const char16_t* general;
+};
+constexpr Variant kVariants[] = {
+    {u"mcVrlImoutoDan", u"mcVrlThieves"},   {u"mcVrlBabyDan", u"mcVrlThieves"},
+    {u"mcVrlImoutoTrader", u"mcVrlTrader"}, {u"mcVrlBabyTrader", u"mcVrlTrader"},
+    {u"mcVrlImoutoRaid", u"mcVrlRaid"},     {u"mcVrlBabyRaid", u"mcVrlRaid"},
+};
+constexpr std::u16string_view kMapConditionPrefix = u"mcVrl";
+
+std::u16string Wrapped(std::u16string_view cell) {
+    std::u16string s;
+    s.reserve(cell.size() + 2);
+    s += u'/';
+    s += cell;
+    s += u'/';
+    return s;
+}
+
+std::u16string NumberText(long long n) {
+    std::string digits = std::to_string(n);
+    return std::u16string(digits.begin(), digits.end());
+}
+
+std::u16string NumberKey(int n) { return Wrapped(NumberText(n)); }
+
+bool IsWildcard(const std::u16string& pattern) { return pattern == u"/*/" || pattern == u"//"; }
+
+bool ContainsIgnoringCase(const std::u16string& text, const std::u16string& key) {
+    return AsciiLower(text).find(AsciiLower(key)) != std::u16string::npos;
+}
+
+bool HourPieceNamesPeriod(const std::u16string& pattern, int hour) {
+    const int wanted = hour / 4 + 1;
+    std::size_t start = 0;
+    while (start <= pattern.size()) {
+        std::size_t end = pattern.find(u'/', start);
+        if (end == std::u16string::npos) end = pattern.size();
+        if (end > start && TimeOfDayPeriodOf(std::u16string_view(pattern).substr(start, end - start)) == wanted) {
+            return true;
+        }
+        start = end + 1;
+    }
+    return false;
+}
+
+struct Keys {
+    std::u16string orgfile;  // "/name:id/" in the first pass, "/name/" in the second
+    std::u16string month;
+    std::u16string day;
+    std::u16string hour;
+};
+
+bool Matches(const MusicRule& rule, const Keys& keys, int hour) {
+    if (!IsWildcard(rule.orgfile) && !ContainsIgnoringCase(rule.orgfile, keys.orgfile)) return false;
+    if (!IsWildcard(rule.month) && rule.month.find(keys.month) == std::u16string::npos) return false;
+    if (!IsWildcard(rule.day) && rule.day.find(keys.day) == std::u16string::npos) return false;
+    if (IsWildcard(rule.hour) || rule.hour.find(keys.hour) != std::u16string::npos) return true;
+    return HourPieceNamesPeriod(rule.hour, hour);
+}
+
+// Both passes for one name; true when a rule matched.
+bool RunPasses(const std::vector<MusicRule>& rules, const std::u16string& name, const MusicRequest& request,
+               bool variant, CandidateSearch* search) {
+    Keys keys{Wrapped(name + u':' + NumberText(request.mapObjectId)), NumberKey(request.month),
+              NumberKey(request.day), NumberKey(request.hour)};
+    for (int pass = 1; pass <= 2; ++pass) {
+        if (pass == 2) keys.orgfile = Wrapped(name);
+        for (std::size_t i = 0; i < rules.size(); ++i) {
+            if (!Matches(rules[i], keys, request.hour)) continue;
+            search->matched.push_back({pass, i, variant});
+            for (std::u16string& entry : SplitPlaylist(rules[i].playlist)) search->entries.push_back(std::move(entry));
+        }
+        // A rule with an empty playlist matches and adds nothing: the next pass still runs.
+        if (!search->entries.empty()) {
+            search->pass = pass;
+            return true;
+        }
+    }
+    return false;
+}
+
+const char16_t* GeneralVariantOf(const std::u16string& name) {
+    const std::u16string lower = AsciiLower(name);
+    for (const Variant& v : kVariants) {
+        if (lower == AsciiLower(v.name)) return v.general;
+    }
+    return nullptr;
+}
+
+int Le32(const unsigned char* record, std::size_t at) {
+    return static_cast<int>(static_cast<std::uint32_t>(record[at]) | static_cast<std::uint32_t>(record[at + 1]) << 8 |
+                            static_cast<std::uint32_t>(record[at + 2]) << 16 |
+                            static_cast<std::uint32_t>(record[at + 3]) << 24);
+}
+
+void PutLe32(std::string& bytes, std::size_t at, int value) {
+    const auto v = static_cast<std::uint32_t>(value);
+    for (int i = 0; i < 4; ++i) bytes[at + static_cast<std::size_t>(i)] = static_cast<char>(v >> (8 * i) & 0xFF);
+}
+
+constexpr std::size_t kMonthAt = 520, kDayAt = 524, kHourAt = 528, kMapObjectAt = 540, kPlayCountAt = 548;
+
+}  // namespace
+
+std::vector<MusicRule> MusicRulesOf(const KcsvFile& table) {
+    const int orgfile = table.ColumnIndex(u"orgfile");
+    const int month = table.ColumnIndex(u"month");
+    const int day = table.ColumnIndex(u"day");
+    const int hour = table.ColumnIndex(u"hour");
+    const int playlist = table.ColumnIndex(u"playlist");
+    auto cell = [&table](unsigned row, int column) {
+        return column < 0 ? std::u16string() : table.Cell(row, static_cast<unsigned>(column), u"");
+    };
+    std::vector<MusicRule> rules;
+    rules.reserve(table.RowCount());
+    for (unsigned row = 0; row < table.RowCount(); ++row) {
+        rules.push_back({Wrapped(cell(row, orgfile)), Wrapped(cell(row, month)), Wrapped(cell(row, day)),
+                         Wrapped(cell(row, hour)), cell(row, playlist)});
+    }
+    return rules;
+}
+
+std::u16string SoundFontOf(const KcsvFile& table) { return table.OptionValue(u"SoundFont"); }
+
+int MidiDeviceCodeOf(const KcsvFile& table) {
+    if (table.OptionIndex(u"device") < 0) return 1;
+    switch (ReadInt(table.OptionValue(u"device"))) {
+    case 0: return 1;
+    case 1: return 2;
+    case 2: return 3;
+    default: return 0;
+    }
+}
+
+MusicRequest ReadMusicRequest(const void* data, std::size_t size) {
+    unsigned char record[kMusicRequestBytes] = {};
+    if (data && size) std::memcpy(record, data, size < sizeof record ? size : sizeof record);
+    MusicRequest request;
+    for (std::size_t i = 0; i < kMusicPathChars; ++i) {
+        const auto unit = static_cast<char16_t>(record[2 * i] | record[2 * i + 1] << 8);
+        if (unit == 0) break;
+        request.path.push_back(unit);
+    }
+    request.month = Le32(record, kMonthAt);
+    request.day = Le32(record, kDayAt);
+    request.hour = Le32(record, kHourAt);
+    request.mapObjectId = Le32(record, kMapObjectAt);
+    request.playCount = Le32(record, kPlayCountAt);
+    return request;
+}
+
+std::string MusicRequestBytes(const MusicRequest& request) {
+    std::string bytes(kMusicRequestBytes, '\0');
+    const std::size_t units = request.path.size() < kMusicPathChars - 1 ? request.path.size() : kMusicPathChars - 1;
+    for (std::size_t i = 0; i < units; ++i) {
+        bytes[2 * i] = static_cast<char>(request.path[i] & 0xFF);
+        bytes[2 * i + 1] = static_cast<char>(request.path[i] >> 8);
+    }
+    PutLe32(bytes, kMonthAt, request.month);
+    PutLe32(bytes, kDayAt, request.day);
+    PutLe32(bytes, kHourAt, request.hour);
+    PutLe32(bytes, kMapObjectAt, request.mapObjectId);
+    PutLe32(bytes, kPlayCountAt, request.playCount);
+    return bytes;
+}
+
+std::u16string MusicRequestName(const std::u16string& path) {
+    const std::size_t cut = path.find_last_of(u"\\/:");
+    const std::size_t nameAt = cut == std::u16string::npos ? 0 : cut + 1;
+    const std::u16string name = path.substr(nameAt);
+    if (path.substr(0, nameAt).find(u"user\\cmap") != std::u16string::npos) return u"cmap\\" + name;
+    return name;
+}
+
+const LangText& TimeOfDayName(int hour) {
+    const int clamped = hour < 0 ? 0 : hour > 23 ? 23 : hour;
+    return kPeriodNames[clamped / 4];
+}
+
+int TimeOfDayPeriodOf(std::u16string_view name) {
+    for (int period = 0; period < 6; ++period) {
+        if (name == kPeriodNames[period].en || name == kPeriodNames[period].ja) return period + 1;
+    }
+    return 0;
+}
+
+std::u16string MusicDateTimeText(const MusicRequest& request, int language) {
+    return NumberText(request.month) + u'/' + NumberText(request.day) + u' ' + NumberText(request.hour) +
+           kHourMark.Get(language) + u" [" + TimeOfDayName(request.hour).Get(language) + u']';
+}
+
+CandidateSearch FindCandidates(const std::vector<MusicRule>& rules, const MusicRequest& request) {
+    CandidateSearch search;
+    search.requestName = MusicRequestName(request.path);
+    if (RunPasses(rules, search.requestName, request, false, &search)) return search;
+    if (const char16_t* general = GeneralVariantOf(search.requestName)) {
+        search.variantName = general;
+        if (RunPasses(rules, search.variantName, request, true, &search)) return search;
+        search.keepPlaying = true;  // the general name is a map condition too
+        return search;
+    }
+    if (search.requestName.compare(0, kMapConditionPrefix.size(), kMapConditionPrefix) == 0) {
+        search.keepPlaying = true;
+        return search;
+    }
+    search.ownFile = true;
+    search.entries = SplitPlaylist(search.requestName);
+    return search;
+}
+
+std::vector<std::u16string> SplitPlaylist(std::u16string_view playlist) {
+    std::vector<std::u16string> entries;
+    std::size_t start = 0;
+    while (start < playlist.size()) {
+        std::size_t end = playlist.find(u'/', start);
+        if (end == std::u16string_view::npos) end = playlist.size();
+        if (end > start) entries.emplace_back(playlist.substr(start, std::min(end - start, kEntryChars)));
+        start = end + 1;
+    }
+    return entries;
+}
+
+ResolvedMusicPath ResolveMusicPath(const std::u16string& entry, const GameFolders& folders, const FileExists& exists) {
+    if (entry.compare(0, 5, u"cmap\\") == 0) return {JoinPath(folders.user, entry), true};
+    if (exists(entry)) return {entry, true};
+    for (const std::u16string* folder : {&folders.userMusic, &folders.userSound}) {
+        std::u16string path = JoinPath(*folder, entry);
+        if (exists(path)) return {std::move(path), true};
+    }
+    std::u16string path = JoinPath(folders.sound, entry);
+    const bool found = exists(path);
+    return {std::move(path), found};
+}
+
+std::uint32_t DrawCandidateIndex(std::mt19937& generator, std::uint32_t n) {
+    std::uint64_t product = static_cast<std::uint64_t>(static_cast<std::uint32_t>(generator())) * n;
+    auto low = static_cast<std::uint32_t>(product);
+    if (low < n) {
+        const std::uint32_t threshold = (0u - n) % n;
+        while (low < threshold) {
+            product = static_cast<std::uint64_t>(static_cast<std::uint32_t>(generator())) * n;
+            low = static_cast<std::uint32_t>(product);
+        }
+    }
+    return static_cast<std::uint32_t>(product >> 32);
+}
+
+bool IsMidiFileName(std::u16string_view path) {
+    return path.size() >= 4 && AsciiLower(path.substr(path.size() - 4)) == u".mid";
+}
+
+}  // namespace vrl

@@ -1,0 +1,398 @@
+#include "panels/pet_extender_dlg_win.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+#include "app/app_state_win.h"
+#include "app/game_link_win.h"
+#include "panels/pet_info_colour_dlg_win.h"
+#include "panels/pet_info_file_win.h"
+#include "panels/pet_texts.h"
+#include "ui/layout_win.h"
+#include "ui/panel_style.h"
+#include "ui/panel_win.h"
+#include "ui/wide_win.h"
+
+namespace vrl {
+namespace {
+
+constexpr DWORD kPanelStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
+constexpr DWORD kListStyle = LVS_REPORT | WS_BORDER | WS_TABSTOP;
+constexpr int kPictureSide = 40;
+constexpr int kSourceCell = 48;  // the module's strip
+constexpr int kNameLimit = 128;
+constexpr UnitRect kLabelRect{6, 6, 42, 18};
+constexpr UnitRect kFilterRect{54, 6, 114, 18};
+constexpr UnitRect kListRect{6, 24, -6, -6};
+
+struct ColumnSpec {
+    const wchar_t* header;
+    int format;
+};
+constexpr ColumnSpec kColumns[kPetColumnCount] = {
+    {L"", LVCFMT_LEFT},         {L"Name", LVCFMT_LEFT}, {L"Stat", LVCFMT_LEFT}, {L"Lv", LVCFMT_RIGHT},
+    {L"Next Exp", LVCFMT_RIGHT}, {L"HP", LVCFMT_RIGHT},  {L"MP", LVCFMT_RIGHT},  {L"ST", LVCFMT_RIGHT},
+};
+
+void BuildTemplate(DialogTemplate& t) {
+    using namespace pet_texts;
+    t.Create(PanelTitle(kPanelName), {0, 0, 520, 400}, kPanelStyle, 0, PanelFont());
+    t.AddControl(ControlAtom::kStatic, CPetExtenderDlg::kFilterLabelId, {6, 6, 42, 12}, SS_CENTERIMAGE, 0,
+                 kFilterLabel.Get());
+    t.AddControl(ControlAtom::kComboBox, CPetExtenderDlg::kFilterId, {54, 6, 60, 12},
+                 CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, 0, u"");
+    t.AddControl(ControlAtom::kButton, CPetExtenderDlg::kColourButtonId, {126, 6, 60, 12}, BS_PUSHBUTTON | WS_TABSTOP,
+                 0, kColourButton.Get());
+    t.AddControl(ControlAtom::kButton, CPetExtenderDlg::kAutoAdjustId, {198, 6, 96, 12}, BS_CHECKBOX | WS_TABSTOP, 0,
+                 kAutoAdjust.Get());
+    t.AddControl(u"SysListView32", CPetExtenderDlg::kListId, {6, 24, 468, 180}, kListStyle, 0, u"");
+}
+
+// The name's ANSI bytes as wide text, at most kNameLimit characters.
+std::wstring NameText(const PetRecord& pet) {
+    const std::string bytes = pet.NameBytes();
+    if (bytes.empty()) return {};
+    wchar_t wide[PetRecord::kNameBytes];
+    const int units = ::MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()), wide,
+                                            static_cast<int>(PetRecord::kNameBytes));
+    return std::wstring(wide, static_cast<std::size_t>(std::max(0, std::min(units, kNameLimit))));
+}
+
+class Brush {
+public:
+    explicit Brush(Colour colour) : brush_(::CreateSolidBrush(colour & 0x00FFFFFFu)) {}
+    ~Brush() {
+        if (brush_) ::DeleteObject(brush_);
+    }
+    Brush(const Brush&) = delete;
+    Brush& operator=(const Brush&) = delete;
+    void Fill(HDC dc, const RECT& r) const {
+        if (brush_ && r.right > r.left && r.bottom > r.top) ::FillRect(dc, &r, brush_);
+    }
+
+private:
+    HBRUSH brush_;
+};
+
+// The module's picture strip, as a bitmap we own; null when it is missing or not a bitmap.
+class PictureStrip {
+public:
+    explicit PictureStrip(const std::wstring& path)
+        : bitmap_(static_cast<HBITMAP>(::LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0,
+                                                    LR_LOADFROMFILE | LR_CREATEDIBSECTION))) {
+        if (bitmap_) ::GetObjectW(bitmap_, sizeof info_, &info_);
+    }
+    ~PictureStrip() {
+        if (bitmap_) ::DeleteObject(bitmap_);
+    }
+    PictureStrip(const PictureStrip&) = delete;
+    PictureStrip& operator=(const PictureStrip&) = delete;
+
+    HBITMAP Get() const { return bitmap_; }
+    // Whether the strip holds the whole cell of `slot`.
+    bool HasCell(int slot) const {
+        return bitmap_ && std::abs(info_.bmHeight) >= kSourceCell &&
+               static_cast<long long>(slot + 1) * kSourceCell <= info_.bmWidth;
+    }
+
+private:
+    HBITMAP bitmap_;
+    BITMAP info_{};
+};
+
+}  // namespace
+
+CPetExtenderDlg::~CPetExtenderDlg() {
+    Destroy();
+    if (pictures_) ::ImageList_Destroy(pictures_);
+}
+
+HWND CPetExtenderDlg::Create() {
+    static DialogTemplate t;
+    if (!t.IsCreated()) BuildTemplate(t);
+    return CreateIndirect(t);
+}
+
+bool CPetExtenderDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
+    result = 0;
+    switch (msg) {
+    case WM_INITDIALOG:
+        OnInitDialog();
+        result = TRUE;
+        return true;
+    case WM_COPYDATA:
+        ShowPets(reinterpret_cast<const COPYDATASTRUCT*>(lp));
+        result = TRUE;
+        return true;
+    case WM_SIZE:
+        OnSize(LOWORD(lp), HIWORD(lp));
+        return true;
+    case WM_COMMAND:
+        OnCommand(LOWORD(wp), HIWORD(wp));
+        return true;
+    case WM_NOTIFY: {
+        const auto* header = reinterpret_cast<const NMHDR*>(lp);
+        if (header->idFrom != kListId || header->code != NM_CUSTOMDRAW) return false;
+        result = OnCustomDraw(*reinterpret_cast<const NMLVCUSTOMDRAW*>(lp));
+        return true;
+    }
+    }
+    return false;
+}
+
+void CPetExtenderDlg::OnInitDialog() {
+    SetProgramIcons(m_hWnd);
+    frame_ = App().frame;
+    list_ = Item(kListId);
+    Setup(true);
+    // The module waits for its answer; the dialog manager has nothing to do with the message.
+    AnswerAheadOfDialogManager(WM_COPYDATA);
+}
+
+void CPetExtenderDlg::Setup(bool first) {
+    PetInfoFile file;
+    file.Load();
+    options_ = PetPanelOptions::Read(file.Table());
+    if (first) CreateListParts();
+    // A filter the list does not have selects nothing, and shows no pets until one is chosen.
+    ::SendDlgItemMessageW(m_hWnd, kFilterId, CB_SETCURSEL, static_cast<WPARAM>(options_.filterIndex), 0);
+    ::CheckDlgButton(m_hWnd, kAutoAdjustId, options_.autoAdjust ? BST_CHECKED : BST_UNCHECKED);
+    for (int column = 0; column < kPetColumnCount; ++column) {
+        // Negative widths mean "size to the contents" to the list; a width is a width.
+        const int width = std::max(0, options_.widths[static_cast<std::size_t>(column)]);
+        ListView_SetColumnWidth(list_, column, width);
+    }
+    look_ = PetListLook::Read(file.Table());
+    if (options_.autoAdjust) AutoAdjustColumns(ListWidth());
+    ::InvalidateRect(list_, nullptr, TRUE);
+}
+
+void CPetExtenderDlg::CreateListParts() {
+    HWND filter = Item(kFilterId);
+    for (const LangText& name : pet_texts::kFilters)
+        ::SendMessageW(filter, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(W(name.Get())));
+    ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
+    for (int column = 0; column < kPetColumnCount; ++column) {
+        LVCOLUMNW spec{};
+        spec.mask = LVCF_FMT | LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+        spec.fmt = kColumns[column].format;
+        spec.pszText = const_cast<wchar_t*>(kColumns[column].header);
+        spec.cx = ListView_GetStringWidth(list_, kColumns[column].header) + 15;
+        spec.iSubItem = column;
+        ListView_InsertColumn(list_, column, &spec);
+    }
+    pictures_ = ::ImageList_Create(kPictureSide, kPictureSide, ILC_COLOR32, kPetRows, 0);
+    ListView_SetImageList(list_, pictures_, LVSIL_SMALL);
+    for (int row = 0; row < kPetRows; ++row) {
+        LVITEMW item{};
+        item.mask = LVIF_TEXT | LVIF_IMAGE;
+        item.iItem = row;
+        item.pszText = const_cast<wchar_t*>(L"");
+        item.iImage = row;
+        ListView_InsertItem(list_, &item);
+    }
+}
+
+void CPetExtenderDlg::SaveOptions() const {
+    if (!list_) return;
+    PetInfoFile file;
+    file.Load();
+    PetPanelOptions options = options_;
+    for (int column = 0; column < kPetColumnCount; ++column)
+        options.widths[static_cast<std::size_t>(column)] = ListView_GetColumnWidth(list_, column);
+    options.Write(file.Table());
+    file.Save();
+}
+
+void CPetExtenderDlg::OnSize(int width, int height) {
+    if (!list_) return;  // the first size comes before the controls exist
+    MoveAnchored(m_hWnd, kFilterLabelId, kLabelRect, width, height);
+    // The drop-down keeps the height that holds its list.
+    const RECT filter = AnchoredRect(m_hWnd, kFilterRect, width, height);
+    RECT now{};
+    ::GetWindowRect(Item(kFilterId), &now);
+    ::MoveWindow(Item(kFilterId), filter.left, filter.top, filter.right - filter.left, now.bottom - now.top, TRUE);
+    const RECT list = AnchoredRect(m_hWnd, kListRect, width, height);
+    ::MoveWindow(list_, list.left, list.top, list.right - list.left, list.bottom - list.top, TRUE);
+    if (options_.autoAdjust) AutoAdjustColumns(list.right - list.left);
+    ::InvalidateRect(m_hWnd, nullptr, TRUE);
+    ::InvalidateRect(ListView_GetHeader(list_), nullptr, TRUE);
+}
+
+int CPetExtenderDlg::ListWidth() const {
+    RECT r{};
+    ::GetWindowRect(list_, &r);
+    return r.right - r.left;
+}
+
+void CPetExtenderDlg::AutoAdjustColumns(int listWidth) {
+    int fixed = 0;
+    for (int column = 0; column < kFirstBarColumn; ++column) fixed += ListView_GetColumnWidth(list_, column);
+    const int freeWidth = listWidth - (::GetSystemMetrics(SM_CXVSCROLL) + 4) - fixed;
+    const auto widths = SplitBarColumns(freeWidth, look_.Ratios());
+    for (int bar = 0; bar < kPetBarCount; ++bar)
+        ListView_SetColumnWidth(list_, kFirstBarColumn + bar, widths[static_cast<std::size_t>(bar)]);
+}
+
+void CPetExtenderDlg::OnCommand(int id, int code) {
+    switch (id) {
+    case IDCANCEL:
+    case IDOK:
+        SaveOptions();
+        Show(SW_HIDE);
+        return;
+    case kColourButtonId:
+        if (code == BN_CLICKED) OnColourButton();
+        return;
+    case kAutoAdjustId:
+        if (code == BN_CLICKED) OnAutoAdjustClicked();
+        return;
+    case kFilterId:
+        // Shown with the next message from the module.
+        if (code == CBN_SELENDOK)
+            options_.filterIndex = static_cast<int>(::SendDlgItemMessageW(m_hWnd, kFilterId, CB_GETCURSEL, 0, 0));
+        return;
+    }
+}
+
+void CPetExtenderDlg::OnColourButton() {
+    CPetInfoColorDlg dialog;
+    if (dialog.DoModal() != IDOK) return;
+    look_ = dialog.Look();
+    if (options_.autoAdjust) AutoAdjustColumns(ListWidth());
+    ::InvalidateRect(list_, nullptr, TRUE);
+}
+
+void CPetExtenderDlg::OnAutoAdjustClicked() {
+    options_.autoAdjust = !options_.autoAdjust;
+    ::CheckDlgButton(m_hWnd, kAutoAdjustId, options_.autoAdjust ? BST_CHECKED : BST_UNCHECKED);
+    if (options_.autoAdjust) AutoAdjustColumns(ListWidth());
+}
+
+// --- The pets --------------------------------------------------------------------------------
+
+void CPetExtenderDlg::ShowPets(const COPYDATASTRUCT* data) {
+    if (!list_) return;
+    if (game_link::ReloadRequested(frame_, game_link::kReloadPetOptions)) {
+        Setup(false);
+        frame_ = game_link::ClearReloadRequest(game_link::kReloadPetOptions);
+    }
+    const std::size_t count = data ? PetRecordCount(data->dwData, data->lpData, data->cbData) : 0;
+    const PetRows::Update update =
+        rows_.Take(static_cast<const unsigned char*>(count ? data->lpData : nullptr), count, options_.filterIndex);
+    // The records are our own copy now: the module goes on while the list is updated.
+    if (::InSendMessage()) ::ReplyMessage(TRUE);
+
+    for (int row = 0; row < update.rowCount; ++row) WriteRow(row, update.changedColumns[static_cast<std::size_t>(row)]);
+    if (update.fullRefresh || update.picturesMoved) RebuildPictures();
+    if (update.fullRefresh) {
+        BlankRowsFrom(update.rowCount);
+        ::InvalidateRect(m_hWnd, nullptr, TRUE);
+    }
+}
+
+void CPetExtenderDlg::SetCell(int row, int column, const std::wstring& text) const {
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = const_cast<wchar_t*>(text.c_str());
+    ::SendMessageW(list_, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void CPetExtenderDlg::WriteRow(int row, unsigned columns) const {
+    const PetRecord& pet = rows_.Row(row);
+    for (int column = kPetColumnName; column < kPetColumnCount; ++column) {
+        if ((columns & (1u << column)) == 0) continue;
+        SetCell(row, column, column == kPetColumnName ? NameText(pet) : Wstr(PetCellText(pet, column, LanguageIndex())));
+    }
+}
+
+void CPetExtenderDlg::BlankRowsFrom(int first) const {
+    for (int row = first; row < kPetRows; ++row) {
+        for (int column = kPetColumnName; column < kPetColumnCount; ++column) SetCell(row, column, L"");
+    }
+}
+
+void CPetExtenderDlg::RebuildPictures() {
+    if (!pictures_) return;
+    ::ImageList_RemoveAll(pictures_);
+    const PictureStrip strip(App().folders.program + L"\\peticons.bmp");
+
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = kPictureSide * kPetRows;
+    info.bmiHeader.biHeight = kPictureSide;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    void* bits = nullptr;
+    HDC screen = ::GetDC(nullptr);
+    HDC target = ::CreateCompatibleDC(screen);
+    HDC source = ::CreateCompatibleDC(screen);
+    ::ReleaseDC(nullptr, screen);
+    HBITMAP cells = ::CreateDIBSection(target, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    if (target && source && cells) {
+        HGDIOBJ oldTarget = ::SelectObject(target, cells);
+        // Cells without a picture show the list's background.
+        const RECT all{0, 0, kPictureSide * kPetRows, kPictureSide};
+        Brush(look_.background).Fill(target, all);
+        if (strip.Get()) {
+            HGDIOBJ oldSource = ::SelectObject(source, strip.Get());
+            ::SetStretchBltMode(target, HALFTONE);
+            ::SetBrushOrgEx(target, 0, 0, nullptr);
+            for (int row = 0; row < rows_.RowCount(); ++row) {
+                if (!strip.HasCell(rows_.SlotOf(row))) continue;
+                ::StretchBlt(target, row * kPictureSide, 0, kPictureSide, kPictureSide, source,
+                             rows_.SlotOf(row) * kSourceCell, 0, kSourceCell, kSourceCell, SRCCOPY);
+            }
+            ::SelectObject(source, oldSource);
+        }
+        ::SelectObject(target, oldTarget);
+        ::ImageList_Add(pictures_, cells, nullptr);
+    }
+    if (cells) ::DeleteObject(cells);
+    if (source) ::DeleteDC(source);
+    if (target) ::DeleteDC(target);
+    ::InvalidateRect(list_, nullptr, FALSE);
+}
+
+// --- Drawing ---------------------------------------------------------------------------------
+
+LRESULT CPetExtenderDlg::OnCustomDraw(const NMLVCUSTOMDRAW& draw) {
+    switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+        return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPREPAINT: {
+        auto& item = const_cast<NMLVCUSTOMDRAW&>(draw);
+        item.clrText = look_.text;
+        item.clrTextBk = look_.background;
+        return CDRF_DODEFAULT;
+    }
+    case CDDS_POSTPAINT:
+        DrawBars(draw.nmcd.hdc);
+        return CDRF_DODEFAULT;
+    }
+    return CDRF_DODEFAULT;
+}
+
+void CPetExtenderDlg::DrawBars(HDC dc) const {
+    for (int bar = 0; bar < kPetBarCount; ++bar) {
+        const PetBarLook& look = look_.bars[static_cast<std::size_t>(bar)];
+        if (!look.drawn) continue;
+        const Brush frame(look.frame), background(look.background), fill(look.bar);
+        for (int row = 0; row < rows_.RowCount(); ++row) {
+            RECT r{};
+            if (!ListView_GetSubItemRect(list_, row, kFirstBarColumn + bar, LVIR_BOUNDS, &r)) continue;
+            ::InflateRect(&r, -2, -2);
+            r.top = r.bottom - 6;
+            frame.Fill(dc, r);
+            ::InflateRect(&r, -1, -1);
+            background.Fill(dc, r);
+            const BarValue value = PetBarValue(rows_.Row(row), bar);
+            r.right = r.left + BarFillWidth(r.right - r.left, value.current, value.maximum);
+            fill.Fill(dc, r);
+        }
+    }
+}
+
+}  // namespace vrl

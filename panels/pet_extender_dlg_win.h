@@ -1,0 +1,62 @@
+#pragma once
+// CPetExtenderDlg: the "Pet Information" panel. The in-game module sends it every pet slot in one
+// WM_COPYDATA; the panel lists the slots that pass its filter with a picture of each pet, their
+// status, level, experience and HP, MP and ST with a bar under each number. Its options and
+// colours live in PetInfo.kcsv.
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include "panels/pet_options.h"
+#include "panels/pet_record.h"
+#include "ui/dialog_win.h"
+
+namespace vrl {
+
+class CPetExtenderDlg : public CDialogImplBase {
+public:
+    static constexpr int kFilterLabelId = 1000;
+    static constexpr int kFilterId = 1001;
+    static constexpr int kColourButtonId = 1002;
+    static constexpr int kAutoAdjustId = 1003;
+    static constexpr int kListId = 1004;
+
+    CPetExtenderDlg() = default;
+    ~CPetExtenderDlg() override;
+
+    // Modeless, without owner, not shown; the template is built on first use.
+    HWND Create();
+    // Writes the filter, the auto-adjust switch and the column widths into PetInfo.kcsv.
+    void SaveOptions() const;
+
+    // One WM_COPYDATA from the module.
+    void ShowPets(const COPYDATASTRUCT* data);
+
+    bool ProcessWindowMessage(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) override;
+
+private:
+    void OnInitDialog();
+    void Setup(bool first);
+    void CreateListParts();
+    void OnSize(int width, int height);
+    void OnCommand(int id, int code);
+    void OnColourButton();
+    void OnAutoAdjustClicked();
+    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);
+    void DrawBars(HDC dc) const;
+    void AutoAdjustColumns(int listWidth);
+    int ListWidth() const;
+    void SetCell(int row, int column, const std::wstring& text) const;
+    void WriteRow(int row, unsigned columns) const;
+    void RebuildPictures();
+    void BlankRowsFrom(int row) const;
+
+    HWND list_ = nullptr;
+    HWND frame_ = nullptr;
+    HIMAGELIST pictures_ = nullptr;
+    PetPanelOptions options_;
+    PetListLook look_;
+    PetRows rows_;
+};
+
+}  // namespace vrl

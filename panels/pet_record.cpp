@@ -1,0 +1,177 @@
+#include "panels/pet_record.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "panels/pet_texts.h"
+#include "settings/table_schema.h"
+
+namespace vrl {
+namespace {
+
+std::int32_t Int32At(const unsigned char* p) {
+    const std::uint32_t v = static_cast<std::uint32_t>(p[0]) | static_cast<std::uint32_t>(p[1]) << 8 |
+                            static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
+    return static_cast<std::int32_t>(v);
+}
+
+std::u16string Number(std::int64_t value) {
+    const std::string digits = std::to_string(value);
+    return std::u16string(digits.begin(), digits.end());
+}
+
+std::u16string Pair(std::int32_t current, std::int32_t maximum) { return Number(current) + u"/" + Number(maximum); }
+
+unsigned Bit(int column) { return 1u << column; }
+
+}  // namespace
+
+std::string PetRecord::NameBytes() const {
+    const auto end = std::find(name.begin(), name.end(), '\0');
+    return std::string(name.begin(), end);
+}
+
+PetRecord PetRecord::Decode(const unsigned char* wire) {
+    PetRecord pet;
+    pet.chipId = Int32At(wire);
+    std::memcpy(pet.name.data(), wire + 4, kNameBytes);
+    std::int32_t* const fields[] = {&pet.status, &pet.level, &pet.xp, &pet.xpNeeded, &pet.hp, &pet.hpMax,
+                                    &pet.mp,     &pet.mpMax, &pet.st, &pet.stMax,    &pet.areaKind};
+    const unsigned char* at = wire + 68;
+    for (std::int32_t* field : fields) {
+        *field = Int32At(at);
+        at += 4;
+    }
+    return pet;
+}
+
+std::size_t PetRecordCount(std::uint64_t claimed, const void* bytes, std::size_t byteCount) {
+    if (!bytes) return 0;
+    return static_cast<std::size_t>(std::min<std::uint64_t>(claimed, byteCount / PetRecord::kWireSize));
+}
+
+bool PetFilterAdmits(int filterIndex, int status) {
+    switch (filterIndex) {
+    case kPetFilterSameMap:
+        return status == 1 || status == 6;
+    case kPetFilterAll:
+        return status != 0;
+    }
+    return false;
+}
+
+LangText PetStatusText(int status, int areaKind) {
+    if (status >= 0 && status < static_cast<int>(std::size(pet_texts::kStatus))) return pet_texts::kStatus[status];
+    if (status == 9) {
+        for (const pet_texts::AreaName& area : pet_texts::kAreas) {
+            if (area.kind == areaKind) return area.name;
+        }
+        return pet_texts::kUnknownArea;
+    }
+    // A code the module has not told us about: shown as its number rather than as nothing.
+    return {u"", u""};
+}
+
+std::u16string PetCellText(const PetRecord& pet, int column, int language) {
+    switch (column) {
+    case kPetColumnStatus: {
+        const std::u16string text = PetStatusText(pet.status, pet.areaKind).Get(language);
+        return text.empty() ? u"(" + Number(pet.status) + u")" : text;
+    }
+    case kPetColumnLevel:
+        return Number(pet.level);
+    case kPetColumnNextXp:
+        return Number(static_cast<std::int64_t>(pet.xpNeeded) - pet.xp);
+    case kPetColumnHp:
+        return Pair(pet.hp, pet.hpMax);
+    case kPetColumnMp:
+        return Pair(pet.mp, pet.mpMax);
+    case kPetColumnSt:
+        return Pair(pet.st, pet.stMax);
+    }
+    return {};
+}
+
+BarValue PetBarValue(const PetRecord& pet, int bar) {
+    switch (bar) {
+    case 0:
+        return {pet.xp, pet.xpNeeded};
+    case 1:
+        return {pet.hp, pet.hpMax};
+    case 2:
+        return {pet.mp, pet.mpMax};
+    default:
+        return {pet.st, pet.stMax};
+    }
+}
+
+int BarFillWidth(int width, std::int32_t current, std::int32_t maximum) {
+    if (width <= 0) return 0;
+    const std::int64_t divisor = maximum == 0 ? 1 : maximum;
+    const std::int64_t filled = static_cast<std::int64_t>(width) * current / divisor;
+    return static_cast<int>(std::clamp<std::int64_t>(filled, 0, width));
+}
+
+int ClampBarRatio(int ratio) {
+    static const IntRange range = [] {
+        const TableSchema* schema = FindTableSchema(kPetInfoFile);
+        const OptionSpec* option = schema ? FindOption(*schema, u"iXpColumnWidthRatio") : nullptr;
+        return option ? option->value.range : IntRange{};
+    }();
+    return ApplyRange(range, ratio);
+}
+
+std::array<int, kPetBarCount> SplitBarColumns(int freeWidth, const std::array<int, kPetBarCount>& ratios) {
+    std::int64_t total = 0;
+    for (int ratio : ratios) total += ratio;
+    if (total < 1) total = 1;
+    // Negative widths would ask the list view to size the column to its contents.
+    const std::int64_t share = std::max(freeWidth, 0);
+    std::array<int, kPetBarCount> widths{};
+    for (int i = 0; i < kPetBarCount; ++i) widths[i] = static_cast<int>(std::max<std::int64_t>(0, ratios[i] * share / total));
+    return widths;
+}
+
+unsigned ChangedPetColumns(const PetRecord& before, const PetRecord& after) {
+    unsigned columns = 0;
+    if (before.name != after.name) columns |= Bit(kPetColumnName);
+    // A status-9 pet moved to another area shows another name.
+    if (before.status != after.status || (after.status == 9 && before.areaKind != after.areaKind))
+        columns |= Bit(kPetColumnStatus);
+    if (before.level != after.level) columns |= Bit(kPetColumnLevel);
+    if (before.xp != after.xp || before.xpNeeded != after.xpNeeded) columns |= Bit(kPetColumnNextXp);
+    if (before.hp != after.hp || before.hpMax != after.hpMax) columns |= Bit(kPetColumnHp);
+    if (before.mp != after.mp || before.mpMax != after.mpMax) columns |= Bit(kPetColumnMp);
+    if (before.st != after.st || before.stMax != after.stMax) columns |= Bit(kPetColumnSt);
+    return columns;
+}
+
+PetRows::Update PetRows::Take(const unsigned char* records, std::size_t count, int filterIndex) {
+    previous_ = rows_;
+    const std::array<int, kPetRows> previousSlots = slots_;
+    const int previousCount = rowCount_;
+    rows_ = {};
+    slots_ = {};
+    int shown = 0;
+    for (std::size_t slot = 0; slot < count && shown < kPetRows; ++slot) {
+        const PetRecord pet = PetRecord::Decode(records + slot * PetRecord::kWireSize);
+        if (!PetFilterAdmits(filterIndex, pet.status)) continue;
+        rows_[static_cast<std::size_t>(shown)] = pet;
+        slots_[static_cast<std::size_t>(shown)] = static_cast<int>(slot);
+        ++shown;
+    }
+    rowCount_ = shown;
+
+    Update update;
+    update.rowCount = shown;
+    update.fullRefresh = shown != previousCount;
+    update.picturesMoved = slots_ != previousSlots;
+    constexpr unsigned kEveryTextColumn = ((1u << kPetColumnCount) - 1) & ~1u;
+    for (int row = 0; row < shown; ++row) {
+        const auto r = static_cast<std::size_t>(row);
+        update.changedColumns[r] = update.fullRefresh ? kEveryTextColumn : ChangedPetColumns(previous_[r], rows_[r]);
+    }
+    return update;
+}
+
+}  // namespace vrl

@@ -1,0 +1,242 @@
+// The music control panel of the running companion, fed by the module stand-in from inside the
+// demo game: the file the rules choose and how the audio library is asked to play it, repeats,
+// stops, missing files, hostile requests, the volumes kept across a restart, and a missing library.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "e2e_support.h"
+
+#include <commctrl.h>
+#include "tests/common/alerts_support_win.h"
+
+namespace {
+
+using e2e::Companion;
+using e2e::Install;
+using vrltest::Calls;
+using vrltest::Field;
+
+constexpr int kPlayingFile = 1000, kFileVolume = 1001, kFileVolumeValue = 1002, kSoundFont = 1003,
+              kOriginalFile = 1005, kDateTime = 1006, kCandidates = 1007, kRand = 1008, kError = 1009,
+              kMapObjId = 1010;
+
+const char kRules[] =
+    "#format,kcsv\r\n"
+    "#option,SoundFont:nofont.sf2\r\n"
+    "#column,orgfile,month,day,hour,playlist\r\n"
+    "bgm01.mid:5,,,,loop.ogg\r\n"
+    "bgm01.mid,,,Morning,town.wav\r\n"
+    "bgm02.mid,,,,missing.ogg\r\n";
+
+struct MusicSession {
+    Install install = e2e::MakeInstall();
+    std::unique_ptr<Companion> companion;
+    HWND panel = nullptr;
+    std::wstring loopOgg;  // user music folder
+    std::wstring townWav;  // game sound folder
+
+    explicit MusicSession(bool withLibrary = true) {
+        ::CreateDirectoryW((install.gameFolder + L"\\sound").c_str(), nullptr);
+        ::CreateDirectoryW((install.gameFolder + L"\\user").c_str(), nullptr);
+        ::CreateDirectoryW((install.gameFolder + L"\\user\\music").c_str(), nullptr);
+        loopOgg = install.gameFolder + L"\\user\\music\\loop.ogg";
+        townWav = install.gameFolder + L"\\sound\\town.wav";
+        vrltest::WriteOgg(loopOgg, {"TITLE=loop", "LOOPSTART=1000", "looplength=500"});
+        vrltest::WriteWav(townWav, 200);
+        install.WriteProgramFile(L"BGMEx.kcsv", kRules);
+        if (withLibrary) {
+            for (const wchar_t* name : {L"bass.dll", L"bassmidi.dll"}) {
+                EXPECT_TRUE(vrltest::CopyStandIn(L"simbass", name, install.programFolder));
+            }
+            // A plug-in of the library: found by its name, whatever it holds.
+            ::CopyFileW(install.ProgramFile(L"bassmidi.dll").c_str(), install.ProgramFile(L"bassflac.dll").c_str(), FALSE);
+        }
+    }
+
+    void Start(const std::string& scenario, int language = 0) {
+        install.WriteIni("enMusicExtender=1\r\niLanguage=" + std::to_string(language) + "\r\n");
+        install.WriteScenario("waitfor music\n" + scenario);
+        companion.reset();  // an earlier run ends (with its games) before the next starts
+        if (panel) e2e::WaitUntil([&] { return !::IsWindow(panel); }, 10000);
+        companion = std::make_unique<Companion>(install);
+        ASSERT_TRUE(e2e::WaitForFrame(30000));
+        panel = e2e::WaitForWindow(L"#32770", language ? L"音楽コントロールパネル" : L"Music Control Panel", 20000);
+        ASSERT_TRUE(panel);
+    }
+
+    std::string WaitForScenario() const {
+        std::string transcript;
+        e2e::WaitUntil([&] {
+            transcript = install.ReadTranscript();
+            return transcript.find("module: end of scenario") != std::string::npos;
+        }, 20000);
+        EXPECT_NE(transcript.find("module: end of scenario"), std::string::npos) << transcript;
+        return transcript;
+    }
+
+    std::vector<std::string> Trace() const { return vrltest::ReadLines(install.ProgramFile(L"bass_trace.txt")); }
+
+    std::string Text(int id) const {
+        wchar_t text[300] = {};
+        ::GetDlgItemTextW(panel, id, text, 300);
+        return e2e::Utf8(text);
+    }
+
+    LRESULT Request(ULONG_PTR code, const std::string& bytes) const {
+        COPYDATASTRUCT data{code, static_cast<DWORD>(bytes.size()), const_cast<char*>(bytes.data())};
+        return ::SendMessageW(panel, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+    }
+
+    // The game closes; the companion follows and stores what it keeps.
+    void EndGame() {
+        ::PostMessageW(e2e::WaitForGameWindow(5000), WM_CLOSE, 0, 0);
+        EXPECT_EQ(companion->WaitExit(20000), 1u);
+    }
+};
+
+// "row:column" texts of the candidate list, read through the companion's memory.
+std::vector<std::string> Candidates(HWND panel) {
+    HWND list = ::GetDlgItem(panel, kCandidates);
+    DWORD processId = 0;
+    ::GetWindowThreadProcessId(list, &processId);
+    HANDLE process = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
+    std::vector<std::string> rows;
+    if (!process) return rows;
+    const SIZE_T size = sizeof(LVITEMW) + 300 * sizeof(wchar_t);
+    auto* remote = static_cast<char*>(::VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE));
+    const int count = static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    for (int row = 0; row < count; ++row) {
+        std::string line;
+        for (int column = 0; column < 2; ++column) {
+            LVITEMW item{};
+            item.iSubItem = column;
+            item.cchTextMax = 300;
+            item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(LVITEMW));
+            ::WriteProcessMemory(process, remote, &item, sizeof item, nullptr);
+            const auto length = static_cast<size_t>(::SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(remote)));
+            std::wstring text(length, L'\0');
+            ::ReadProcessMemory(process, remote + sizeof(LVITEMW), text.data(), length * sizeof(wchar_t), nullptr);
+            line += (column ? ":" : "") + e2e::Utf8(text);
+        }
+        rows.push_back(line);
+    }
+    ::VirtualFreeEx(process, remote, 0, MEM_RELEASE);
+    ::CloseHandle(process);
+    return rows;
+}
+
+// A request record as the module sends it.
+std::string Record(const std::wstring& path, int month, int day, int hour, int mapObject, int playCount) {
+    std::string bytes(552, '\0');
+    for (size_t i = 0; i < path.size() && i < 259; ++i) {
+        bytes[2 * i] = static_cast<char>(path[i] & 0xFF);
+        bytes[2 * i + 1] = static_cast<char>(path[i] >> 8);
+    }
+    auto put = [&](size_t at, int v) {
+        for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(static_cast<unsigned>(v) >> (8 * i));
+    };
+    put(520, month);
+    put(524, day);
+    put(528, hour);
+    put(540, mapObject);
+    put(548, playCount);
+    return bytes;
+}
+
+TEST(MusicPanel, RequestsPlayTheChosenFileWithItsLoopAndVolume) {
+    MusicSession music;
+    music.install.WriteProgramFile(L"Volume.kcsv", "#format,kcsv\r\n#option,MasterVolume:80\r\n#column,File,Volume\r\n" +
+                                                       e2e::Utf8(music.loopOgg) + ",60\r\n");
+    // A request, its repeat (no restart), a stop, the same request again (a restart).
+    const std::string request = "music 1 12 31 23 5 2 C:\\Morva\\sound\\bgm01.mid\n";
+    music.Start(request + request + "copydata music 2\n" + request);
+    const std::string transcript = music.WaitForScenario();
+    EXPECT_EQ(transcript.find("error"), std::string::npos) << transcript;
+
+    EXPECT_EQ(music.Text(kOriginalFile), "bgm01.mid");
+    EXPECT_EQ(music.Text(kMapObjId), "5");
+    EXPECT_EQ(music.Text(kDateTime), "12/31 23h [Night]");
+    EXPECT_EQ(Candidates(music.panel), std::vector<std::string>{"loop.ogg:60"});
+    EXPECT_EQ(music.Text(kRand), "0");
+    EXPECT_EQ(music.Text(kPlayingFile), e2e::Utf8(music.loopOgg));
+    EXPECT_EQ(music.Text(kError), "BASS_OK (48 kHz)");
+    EXPECT_EQ(music.Text(kFileVolumeValue), "60");
+    EXPECT_EQ(music.Text(kSoundFont), "Failed to change soundfont.");
+
+    const auto trace = music.Trace();
+    const auto plugins = Calls(trace, "BASS_PluginLoad");
+    ASSERT_EQ(plugins.size(), 2u);  // bassflac.dll and bassmidi.dll, never bass.dll
+    const auto creates = Calls(trace, "BASS_StreamCreateFile");
+    ASSERT_EQ(creates.size(), 2u) << "the repeat went on playing, the request after the stop restarted";
+    EXPECT_EQ(Field(creates[0], "flags"), "0x80000004");  // play count 2: the loop flag
+    const auto positions = Calls(trace, "BASS_ChannelSetPosition");
+    ASSERT_GE(positions.size(), 2u);
+    EXPECT_EQ(Field(positions[0], "pos") + " " + Field(positions[0], "mode"), "4000 0x11");
+    EXPECT_EQ(Field(positions[1], "pos") + " " + Field(positions[1], "mode"), "6000 0x10");
+    EXPECT_EQ(Calls(trace, "BASS_ChannelStop").size(), 1u);
+    const auto volumes = Calls(trace, "BASS_ChannelSetAttribute");
+    ASSERT_FALSE(volumes.empty());
+    EXPECT_EQ(Field(volumes.back(), "value"), "0.48");  // 80 x 60 / 10000
+
+    // An hour of the morning without the map object: the name rule; play count 1, no loop flag.
+    EXPECT_EQ(music.Request(1, Record(L"C:\\Morva\\sound\\bgm01.mid", 4, 1, 9, 0, 1)), 1);
+    EXPECT_EQ(music.Text(kPlayingFile), e2e::Utf8(music.townWav));
+    EXPECT_EQ(music.Text(kDateTime), "4/1 9h [Morning]");
+    EXPECT_EQ(Field(Calls(music.Trace(), "BASS_StreamCreateFile").back(), "flags"), "0x80000000");
+    EXPECT_TRUE(::IsWindowEnabled(::GetDlgItem(music.panel, kFileVolume)));
+
+    // A missing candidate is reported and its volume cannot be set.
+    EXPECT_EQ(music.Request(1, Record(L"bgm02.mid", 4, 1, 9, 0, 1)), 1);
+    EXPECT_EQ(music.Text(kPlayingFile), "[missing.ogg] File not found.");
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(music.panel, kFileVolume)));
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(music.panel, kFileVolumeValue)));
+
+    // Hostile requests: empty, cut short, oversized, garbage, unknown codes. Each is answered.
+    const std::string garbage(4000, '\xA7');
+    EXPECT_EQ(music.Request(1, ""), 1);
+    EXPECT_EQ(music.Request(0, Record(L"bgm01.mid", 1, 1, 1, 5, 1).substr(0, 7)), 1);
+    EXPECT_EQ(music.Request(0x7FFFFFFF, garbage), 1);
+    EXPECT_EQ(music.Request(3, garbage), 1);
+    COPYDATASTRUCT nothing{1, 100, nullptr};
+    EXPECT_EQ(::SendMessageW(music.panel, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&nothing)), 1);
+    EXPECT_TRUE(::IsWindow(music.panel));
+
+    // The settings editor changed the rules and set the reload bit: the next request reads them.
+    music.install.WriteProgramFile(L"BGMEx.kcsv", "#format,kcsv\r\n#column,orgfile,playlist\r\nbgm02.mid,town.wav\r\n");
+    HWND frame = e2e::WaitForFrame(1000);
+    ::SetWindowLongW(frame, 8, 0x4 | 0x2);
+    EXPECT_EQ(music.Request(1, Record(L"bgm02.mid", 4, 1, 9, 0, 1)), 1);
+    EXPECT_EQ(Candidates(music.panel), std::vector<std::string>{"town.wav:100"});
+    EXPECT_EQ(::GetWindowLongW(frame, 8), 0x2) << "only the music bit is cleared";
+}
+
+TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {
+    MusicSession music;
+    music.Start("music 1 1 1 1 5 1 bgm01.mid\n", 1);
+    music.WaitForScenario();
+    EXPECT_EQ(music.Text(kDateTime), "1/1 1時 [深夜]");
+    EXPECT_EQ(music.Text(kFileVolumeValue), "100");
+    // The player lets go of the file-volume slider at 70.
+    HWND slider = ::GetDlgItem(music.panel, kFileVolume);
+    ::SendMessageW(slider, TBM_SETPOS, TRUE, 70);
+    ::SendMessageW(music.panel, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
+    EXPECT_EQ(music.Text(kFileVolumeValue), "70");
+    EXPECT_EQ(Field(Calls(music.Trace(), "BASS_ChannelSetAttribute").back(), "value"), "0.7");
+    music.EndGame();
+    const std::string saved = vrltest::ReadFileBytes(music.install.ProgramFile(L"Volume.kcsv"));
+    EXPECT_NE(saved.find("MasterVolume:100"), std::string::npos) << saved;
+    EXPECT_NE(saved.find("loop.ogg,70"), std::string::npos) << saved;
+
+    // Without the library: the same request lists the kept volume and plays nothing.
+    ::DeleteFileW(music.install.ProgramFile(L"bass.dll").c_str());
+    ASSERT_TRUE(::DeleteFileW(music.install.transcript.c_str()));
+    music.Start("music 1 1 1 1 5 1 bgm01.mid\n");
+    music.WaitForScenario();
+    EXPECT_EQ(Candidates(music.panel), std::vector<std::string>{"loop.ogg:70"});
+    EXPECT_EQ(music.Text(kPlayingFile), "[" + e2e::Utf8(music.loopOgg) + "] File not found.");
+    EXPECT_EQ(music.Text(kSoundFont), "Failed to change soundfont.");
+}
+
+}  // namespace
