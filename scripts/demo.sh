@@ -34,12 +34,28 @@ dpi=${VRL_DEMO_DPI:-96}
 VRL_WINE_DPI=$dpi source scripts/wine-session.sh
 win() { /usr/lib/wine/wine64 winepath -w "$1" 2>/dev/null; }
 game_exe=$(win "$demo/Morva/DemoGame.exe")
+# A Japanese player's system: Japanese code page and texts (Wine takes them from the locale).
+ja_env=(LANG=ja_JP.UTF-8)
+if ! locale -a 2>/dev/null | grep -qi '^ja_JP.utf-\?8$'; then
+  mkdir -p "$out/locale"
+  [[ -d $out/locale/ja_JP.UTF-8 ]] || localedef -i ja_JP -f UTF-8 "$out/locale/ja_JP.UTF-8" 2>/dev/null || true
+  ja_env+=(LOCPATH="$out/locale")
+fi
 status=0
 for language in en ja; do
   lang_index=0; [[ $language == ja ]] && lang_index=1
   printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=%s\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\nenEquipSet=1\r\nenTreasureMap=1\r\n' \
     "$game_exe" "$lang_index" > "$demo/Morva/Vorrel/Vrl.ini"
-  /usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" "$language" &
+  # The Japanese game writes its log in Japanese: its lines take the place of the English ones,
+  # with rules that match them.
+  lang_env=()
+  if [[ $language == ja ]]; then
+    lang_env=("${ja_env[@]}")
+    cp "$root/scripts/demo/ja/LogEx.kcsv" "$demo/Morva/Vorrel/"
+    awk 'FNR == NR { lines = lines $0 "\n"; next } /^log / { if (!done) printf "%s", lines; done = 1; next } { print }' \
+      "$root/scripts/demo/ja/log.scenario" "$root/scripts/demo/VrlDLL.scenario" > "$demo/Morva/Vorrel/VrlDLL.scenario"
+  fi
+  env "${lang_env[@]}" /usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" "$language" &
   driver=$!
   while kill -0 "$driver" 2>/dev/null; do
     if [[ -f $demo/handshake/request ]]; then
