@@ -212,11 +212,18 @@ void CMusicPlayerDlg::LoadMusicRules() {
 }
 
 void CMusicPlayerDlg::LoadVolumeTable() {
-    if (!volumeFile_.LoadFile(kVolumeFile)) volumeFile_ = KcsvFile();
+    volumeFile_ = KcsvFile();
+    const bool loaded = volumeFile_.LoadFile(kVolumeFile);
+    if (!loaded) volumeFile_ = KcsvFile();
+    // A file that is there but could not be read is the player's to mend: it is never overwritten.
+    WIN32_FILE_ATTRIBUTE_DATA file{};
+    volumeFileUnreadable_ = !loaded && ::GetFileAttributesExW(W(kVolumeFile), GetFileExInfoStandard, &file) &&
+                            (file.nFileSizeLow != 0 || file.nFileSizeHigh != 0);
     volumes_.Load(volumeFile_);
 }
 
 void CMusicPlayerDlg::SaveVolumeTable() {
+    if (volumeFileUnreadable_) return;
     volumes_.WriteTo(volumeFile_, masterVolume_);
     volumeFile_.SaveFile(kVolumeFile);
 }

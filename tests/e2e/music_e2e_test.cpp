@@ -234,6 +234,14 @@ TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {
     EXPECT_NE(saved.find("MasterVolume:100"), std::string::npos) << saved;
     EXPECT_NE(saved.find("loop.ogg,70"), std::string::npos) << saved;
 
+    // A Volume.kcsv the program cannot read is left as the player wrote it.
+    const std::string unreadable = "#column,File,Volume\r\nthis is not a table\r\n";
+    music.install.WriteProgramFile(L"Volume.kcsv", unreadable);
+    music.Start("music 1 1 1 1 5 1 bgm01.mid\nwait 1500\nclose\n");  // the game closes once seen, the companion follows
+    EXPECT_EQ(music.companion->WaitExit(20000), 1u);
+    EXPECT_EQ(vrltest::ReadFileBytes(music.install.ProgramFile(L"Volume.kcsv")), unreadable);
+    music.install.WriteProgramFile(L"Volume.kcsv", saved);
+
     // Without the library: the same request lists the kept volume and plays nothing.
     ::DeleteFileW(music.install.ProgramFile(L"bass.dll").c_str());
     ASSERT_TRUE(::DeleteFileW(music.install.transcript.c_str()));
