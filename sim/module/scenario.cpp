@@ -60,7 +60,7 @@ bool ParseHexNumber(const std::string& token, std::int64_t* value) {
 struct Shape {
     const char* name;
     Op op;
-    enum Args { kNone, kText, kHex, kNumber, kTwoNumbers, kMessage, kTarget, kCopyData, kMusic, kItem, kPet, kUpToTwo } args;
+    enum Args { kNone, kText, kHex, kNumber, kTwoNumbers, kMessage, kTarget, kCopyData, kItem, kPet, kUpToTwo, kMusic } args;
 };
 
 constexpr Shape kShapes[] = {
@@ -68,8 +68,8 @@ constexpr Shape kShapes[] = {
     {"log0", Op::kLog0, Shape::kText},
     {"logbytes", Op::kLogBytes, Shape::kHex},
     {"copydata", Op::kCopyData, Shape::kCopyData},
-    {"music", Op::kMusic, Shape::kMusic},
     {"item", Op::kItem, Shape::kItem},
+    {"music", Op::kMusic, Shape::kMusic},
     {"reload", Op::kReload, Shape::kNumber},
     {"request", Op::kRequest, Shape::kMessage},
     {"command", Op::kCommand, Shape::kNumber},
@@ -90,43 +90,6 @@ constexpr Shape kShapes[] = {
     {"petsend", Op::kPetSend, Shape::kUpToTwo},
     {"peticons", Op::kPetIcons, Shape::kUpToTwo},
 };
-
-void PutLe32(std::vector<unsigned char>& bytes, std::size_t at, std::int64_t value) {
-    const auto v = static_cast<std::uint32_t>(value);
-    for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<unsigned char>(v >> (8 * i));
-}
-
-// The 552-byte record of a music request: the path in UTF-16 (at most 259 units and a NUL), then
-// month, day and hour at 520, the map object at 540 and the play count at 548.
-std::vector<unsigned char> MusicRecord(const std::string& utf8Path, const std::int64_t (&numbers)[6]) {
-    std::vector<unsigned char> bytes(552, 0);
-    std::size_t unit = 0;
-    auto put = [&](std::uint32_t u) {
-        if (unit >= 259) return;
-        bytes[2 * unit] = static_cast<unsigned char>(u);
-        bytes[2 * unit + 1] = static_cast<unsigned char>(u >> 8);
-        ++unit;
-    };
-    for (std::size_t i = 0; i < utf8Path.size();) {
-        const auto c = static_cast<unsigned char>(utf8Path[i]);
-        const int extra = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
-        std::uint32_t point = extra ? c & (0x3F >> extra) : c;
-        for (int k = 1; k <= extra && i + k < utf8Path.size(); ++k) point = point << 6 | (utf8Path[i + k] & 0x3F);
-        i += 1 + extra;
-        if (point >= 0x10000) {
-            put(0xD800 + ((point - 0x10000) >> 10));
-            put(0xDC00 + ((point - 0x10000) & 0x3FF));
-        } else {
-            put(point);
-        }
-    }
-    PutLe32(bytes, 520, numbers[1]);
-    PutLe32(bytes, 524, numbers[2]);
-    PutLe32(bytes, 528, numbers[3]);
-    PutLe32(bytes, 540, numbers[4]);
-    PutLe32(bytes, 548, numbers[5]);
-    return bytes;
-}
 
 // "12" or "12/30": one or two numbers into `out`.
 bool ParseNumbers(const std::string& token, std::size_t expected, std::vector<std::int32_t>* out) {
@@ -163,6 +126,43 @@ std::string ParsePet(const std::string& rest, Command* command) {
         if (!ParseNumbers(words[i], kWidths[i], &command->numbers)) return "bad number " + words[i];
     }
     return "";
+}
+
+void PutLe32(std::vector<unsigned char>& bytes, std::size_t at, std::int64_t value) {
+    const auto v = static_cast<std::uint32_t>(value);
+    for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<unsigned char>(v >> (8 * i));
+}
+
+// The 552-byte record of a music request: the path in UTF-16 (at most 259 units and a NUL), then
+// month, day and hour at 520, the map object at 540 and the play count at 548.
+std::vector<unsigned char> MusicRecord(const std::string& utf8Path, const std::int64_t (&numbers)[6]) {
+    std::vector<unsigned char> bytes(552, 0);
+    std::size_t unit = 0;
+    auto put = [&](std::uint32_t u) {
+        if (unit >= 259) return;
+        bytes[2 * unit] = static_cast<unsigned char>(u);
+        bytes[2 * unit + 1] = static_cast<unsigned char>(u >> 8);
+        ++unit;
+    };
+    for (std::size_t i = 0; i < utf8Path.size();) {
+        const auto c = static_cast<unsigned char>(utf8Path[i]);
+        const int extra = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
+        std::uint32_t point = extra ? c & (0x3F >> extra) : c;
+        for (int k = 1; k <= extra && i + k < utf8Path.size(); ++k) point = point << 6 | (utf8Path[i + k] & 0x3F);
+        i += 1 + extra;
+        if (point >= 0x10000) {
+            put(0xD800 + ((point - 0x10000) >> 10));
+            put(0xDC00 + ((point - 0x10000) & 0x3FF));
+        } else {
+            put(point);
+        }
+    }
+    PutLe32(bytes, 520, numbers[1]);
+    PutLe32(bytes, 524, numbers[2]);
+    PutLe32(bytes, 528, numbers[3]);
+    PutLe32(bytes, 540, numbers[4]);
+    PutLe32(bytes, 548, numbers[5]);
+    return bytes;
 }
 
 ParsedLine Error(const std::string& message) {
@@ -246,6 +246,18 @@ std::string ParseArguments(Shape::Args args, const std::string& rest, Command* c
             for (std::size_t i = 2; i < words.size(); ++i) hex += words[i];
             return ParseHexBytes(hex, &command->bytes) ? "" : "bad hex bytes";
         }
+        case Shape::kItem:
+            return ParseItem(rest, command);
+        case Shape::kPet:
+            return ParsePet(rest, command);
+        case Shape::kUpToTwo:
+            // Missing numbers are -1: "as many as there are".
+            command->first = command->second = -1;
+            if (words.size() > 2) return "expects at most two numbers";
+            for (std::size_t i = 0; i < words.size(); ++i) {
+                if (!ParseNumber(words[i], i == 0 ? &command->first : &command->second)) return "bad number";
+            }
+            return "";
         case Shape::kMusic: {
             std::int64_t numbers[6] = {};
             std::string path = Trim(rest);
@@ -260,18 +272,6 @@ std::string ParseArguments(Shape::Args args, const std::string& rest, Command* c
             command->bytes = MusicRecord(command->text, numbers);
             return "";
         }
-        case Shape::kItem:
-            return ParseItem(rest, command);
-        case Shape::kPet:
-            return ParsePet(rest, command);
-        case Shape::kUpToTwo:
-            // Missing numbers are -1: "as many as there are".
-            command->first = command->second = -1;
-            if (words.size() > 2) return "expects at most two numbers";
-            for (std::size_t i = 0; i < words.size(); ++i) {
-                if (!ParseNumber(words[i], i == 0 ? &command->first : &command->second)) return "bad number";
-            }
-            return "";
     }
     return "unknown argument shape";
 }

@@ -16,8 +16,8 @@ enum class Op {
     kLog0,         // log0 TEXT: the same with the NUL counted in cbData
     kLogBytes,     // logbytes HEX: raw bytes to the full log
     kCopyData,     // copydata TARGET DWDATA [HEX]
-    kMusic,        // music CODE MONTH DAY HOUR MAPOBJ PLAYCOUNT PATH: a music request record
     kItem,         // item CHIP ITEMID BITS ENCHANTS NAME: one item record to the item panel
+    kMusic,        // music CODE MONTH DAY HOUR MAPOBJ PLAYCOUNT PATH: a music request record
     kReload,       // reload BITS: OR into slot 8
     kRequest,      // request MSG [WPARAM]: SendMessage to the frame (MSG in hex: 9000, 9001, a000)
     kCommand,      // command ID: PostMessage WM_COMMAND to the frame

@@ -241,8 +241,6 @@ std::string ScenarioRunner::Execute(const Command& c) {
             return SendData(Target::kFullLog, 0, c.bytes);
         case Op::kCopyData:
             return SendData(c.target, static_cast<ULONG_PTR>(c.first), c.bytes);
-        case Op::kMusic:
-            return SendData(Target::kMusic, static_cast<ULONG_PTR>(c.first), c.bytes);
         case Op::kItem: {
             ItemInfoRecord item = c.item;
             const std::wstring name = FromUtf8(c.text);
@@ -251,6 +249,8 @@ std::string ScenarioRunner::Execute(const Command& c) {
         }
         case Op::kWord:
             return ReadWord();
+        case Op::kMusic:
+            return SendData(Target::kMusic, static_cast<ULONG_PTR>(c.first), c.bytes);
         case Op::kReload: {
             HWND frame = Frame();
             if (frame == nullptr) return "error: no frame window";

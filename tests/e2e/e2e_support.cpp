@@ -1,6 +1,7 @@
 #include "e2e_support.h"
 
 #include <commctrl.h>
+#include <shellapi.h>
 #include <tlhelp32.h>
 
 #include <stdexcept>
@@ -171,6 +172,15 @@ HWND VisibleWindowOf(DWORD processId, const wchar_t* className) {
     WindowSearch search{processId, className, nullptr};
     ::EnumWindows(&MatchVisibleWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+bool TrayIconShown(HWND frame) {
+    // Changing nothing in an icon succeeds only while the icon is there.
+    NOTIFYICONDATAW data{};
+    data.cbSize = sizeof data;
+    data.hWnd = frame;
+    data.uID = 1234;
+    return ::Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
 }
 
 void Press(HWND box, int buttonId) { ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), 0); }

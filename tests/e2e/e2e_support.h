@@ -84,6 +84,8 @@ struct MessageBoxSeen {
 MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms);
 // A visible top-level window of the process (of that class, when given), or null.
 HWND VisibleWindowOf(DWORD processId, const wchar_t* className = nullptr);
+// Whether the notification area holds the companion's icon (on `frame`, which may be gone).
+bool TrayIconShown(HWND frame);
 // Presses a message box button (IDOK, IDYES, IDNO...).
 void Press(HWND box, int buttonId);
 

@@ -74,22 +74,6 @@ TEST(Scenario, CopyDataNamesTheWindowTheCodeAndOptionalBytes) {
     ErrorOf("copydata pet");
 }
 
-TEST(Scenario, MusicRequestsCarryTheRecordTheModuleSends) {
-    vrl::sim::Command c = Parse("music 1 12 31 23 -5 2 C:\\g\\sound\\bgm01.mid");
-    EXPECT_EQ(c.first, 1);
-    ASSERT_EQ(c.bytes.size(), 552u);
-    EXPECT_EQ(c.bytes[0], 'C');
-    EXPECT_EQ(c.bytes[1], 0);
-    EXPECT_EQ(c.bytes[2 * 20], 0);  // the NUL after the 20 characters
-    EXPECT_EQ(c.bytes[520], 12);
-    EXPECT_EQ(c.bytes[528], 23);
-    EXPECT_EQ(c.bytes[540], 0xFB);
-    EXPECT_EQ(c.bytes[543], 0xFF);
-    EXPECT_EQ(c.bytes[548], 2);
-    EXPECT_EQ(Parse("music 1 1 1 1 0 1 a \xe6\x9c\x9d.ogg").bytes[4], 0x1D);  // U+671D, low byte
-    ErrorOf("music 1 1 1 1 0 x.ogg");
-}
-
 TEST(Scenario, ItemTakesItsFieldsEnchantmentPairsAndAName) {
     vrl::sim::Command c = Parse("item -7 512 0x402 10012:3,80005:-1 \" Fire dagger \"");
     EXPECT_EQ(c.op, Op::kItem);
@@ -106,6 +90,22 @@ TEST(Scenario, ItemTakesItsFieldsEnchantmentPairsAndAName) {
     ErrorOf("item 1 2 0 10012:3, Stone");
     ErrorOf("item 1 2 0 1:1,2:2,3:3,4:4,5:5,6:6,7:7,8:8,9:9,10:10,11:11,12:12,13:13,14:14,15:15,16:16 Too many");
     EXPECT_EQ(Parse("word").op, Op::kWord);
+}
+
+TEST(Scenario, MusicRequestsCarryTheRecordTheModuleSends) {
+    vrl::sim::Command c = Parse("music 1 12 31 23 -5 2 C:\\g\\sound\\bgm01.mid");
+    EXPECT_EQ(c.first, 1);
+    ASSERT_EQ(c.bytes.size(), 552u);
+    EXPECT_EQ(c.bytes[0], 'C');
+    EXPECT_EQ(c.bytes[1], 0);
+    EXPECT_EQ(c.bytes[2 * 20], 0);  // the NUL after the 20 characters
+    EXPECT_EQ(c.bytes[520], 12);
+    EXPECT_EQ(c.bytes[528], 23);
+    EXPECT_EQ(c.bytes[540], 0xFB);
+    EXPECT_EQ(c.bytes[543], 0xFF);
+    EXPECT_EQ(c.bytes[548], 2);
+    EXPECT_EQ(Parse("music 1 1 1 1 0 1 a \xe6\x9c\x9d.ogg").bytes[4], 0x1D);  // U+671D, low byte
+    ErrorOf("music 1 1 1 1 0 x.ogg");
 }
 
 TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
