@@ -9,6 +9,7 @@
 #include "app/app_state_win.h"
 #include "app/game_link_win.h"
 #include "music/music_texts.h"
+#include "settings/table_schema.h"
 #include "ui/layout_win.h"
 #include "ui/panel_style.h"
 #include "ui/panel_win.h"
@@ -17,8 +18,8 @@
 namespace vrl {
 namespace {
 
-constexpr const char16_t* kRulesFile = u"BGMEx.kcsv";
-constexpr const char16_t* kVolumeFile = u"Volume.kcsv";
+const std::u16string kRulesFile(tables::bgmex::kFile);
+const std::u16string kVolumeFile(tables::volume::kFile);
 
 constexpr DWORD kWindowStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX;
 constexpr DialogRect kWindowBox{0, 0, 276, 222};
