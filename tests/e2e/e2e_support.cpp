@@ -52,6 +52,15 @@ bool Install::ProgramFileExists(const std::wstring& name) const {
     return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+std::string Install::WaitForScenarioEnd(DWORD ms) const {
+    std::string lines;
+    WaitUntil([&] {
+        lines = ReadTranscript();
+        return lines.find("module: end of scenario") != std::string::npos;
+    }, ms);
+    return lines;
+}
+
 Install::Install(Install&& other) noexcept
     : root(std::move(other.root)), gameFolder(std::move(other.gameFolder)),
       programFolder(std::move(other.programFolder)), gameExe(std::move(other.gameExe)),

@@ -38,6 +38,8 @@ struct Install {
     void WriteProgramFile(const std::wstring& name, const std::string& bytes) const;
     void WriteScenario(const std::string& scenario) const { WriteProgramFile(L"VrlDLL.scenario", scenario); }
     std::string ReadTranscript() const;
+    // The transcript once the module has played its whole scenario, or as it stands after `ms`.
+    std::string WaitForScenarioEnd(DWORD ms = 20000) const;
     bool ProgramFileExists(const std::wstring& name) const;
 };
 

@@ -71,11 +71,7 @@ struct LogSession {
 
     // Waits for the scenario to finish; its transcript.
     std::string WaitForScenario() const {
-        std::string transcript;
-        e2e::WaitUntil([&] {
-            transcript = install.ReadTranscript();
-            return transcript.find("module: end of scenario") != std::string::npos;
-        }, 20000);
+        const std::string transcript = install.WaitForScenarioEnd();
         EXPECT_NE(transcript.find("module: end of scenario"), std::string::npos) << transcript;
         return transcript;
     }
