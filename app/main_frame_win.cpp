@@ -182,11 +182,11 @@ void CMainFrame::CreateCompanionWindows() {
     if (settings.enPetInfo && petPanel_.Create()) petPanel_.Show(SW_SHOW);
     if (settings.enQuickSearch && quickSearch_.Create()) {
         quickSearch_.Show(SW_SHOW);
-        ::RegisterHotKey(m_hWnd, kCmdShowQuickSearch, MOD_CONTROL | MOD_ALT, 'F');
+        RegisterCtrlAltHotkey(kCmdShowQuickSearch, 'F');
     }
     if (settings.enMusicExtender && musicPanel_.Create()) {
         musicPanel_.Show(SW_SHOW);
-        ::RegisterHotKey(m_hWnd, kCmdShowMusicPanel, MOD_CONTROL | MOD_ALT, 'M');
+        RegisterCtrlAltHotkey(kCmdShowMusicPanel, 'M');
     }
     if (settings.enTreasureMap) treasureMap_.Create();
     if (settings.enEquipSet) equipSet_.Create();

@@ -21,7 +21,7 @@ mkdir -p "$demo/Morva/save/hero" && cp "$root/scripts/demo/Vrl_EquipSet.ini" "$d
 cp "$bin/DemoGame.exe" "$demo/Morva/"
 cp "$bin/VrlBoot.exe" "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
 cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/dev/null || true
-cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
+cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/PetInfo.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
 python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 cp "$root/scripts/demo/BGMEx.kcsv" "$demo/Morva/Vorrel/"
 printf 'RIFF\0\0\0\0sfbk' >"$demo/Morva/Vorrel/demo.sf2"

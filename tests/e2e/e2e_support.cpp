@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 #include <shellapi.h>
+#include <gtest/gtest.h>
 #include <tlhelp32.h>
 
 #include <stdexcept>
@@ -47,6 +48,14 @@ void Install::WriteProgramFile(const std::wstring& name, const std::string& byte
 }
 
 std::string Install::ReadTranscript() const { return vrltest::ReadFileBytes(transcript); }
+
+std::string Install::WaitForScenarioEnd() const {
+    const char* const end = "module: end of scenario";
+    std::string text;
+    WaitUntil([&] { return (text = ReadTranscript()).find(end) != std::string::npos; }, 20000);
+    EXPECT_NE(text.find(end), std::string::npos) << text;
+    return text;
+}
 
 bool Install::ProgramFileExists(const std::wstring& name) const {
     return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;

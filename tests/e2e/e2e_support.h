@@ -38,6 +38,9 @@ struct Install {
     void WriteProgramFile(const std::wstring& name, const std::string& bytes) const;
     void WriteScenario(const std::string& scenario) const { WriteProgramFile(L"VrlDLL.scenario", scenario); }
     std::string ReadTranscript() const;
+    // Waits (20 s at most) until the module has played its whole scenario; the transcript, which
+    // the failure names when it has not.
+    std::string WaitForScenarioEnd() const;
     bool ProgramFileExists(const std::wstring& name) const;
 };
 
