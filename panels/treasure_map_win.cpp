@@ -5,6 +5,7 @@
 #include "panels/treasure_map.h"
 #include "ui/panel_style.h"
 #include "ui/panel_win.h"
+#include "ui/window_capture_win.h"
 #include "ui/wide_win.h"
 
 namespace vrl {
@@ -19,25 +20,6 @@ constexpr UINT_PTR kSettleTimer = 1;
 void BuildTemplate(DialogTemplate& t) {
     t.Create(PanelTitle(kName), {0, 0, 276, 222}, kWindowStyle, 0, PanelFont());
     t.AddControl(ControlAtom::kStatic, CTreasureMapDlg::kPictureId, {7, 7, 20, 20}, SS_BITMAP, 0, u"");
-}
-
-// A copy of the map region of `game`'s client area, `size` large, stretched with halftone.
-HBITMAP CaptureRegion(HWND game, const treasure_map::MapRect& region, treasure_map::PictureSize size) {
-    HDC gameDc = ::GetDC(game);
-    if (!gameDc) return nullptr;
-    HBITMAP bitmap = ::CreateCompatibleBitmap(gameDc, size.width, size.height);
-    HDC memory = ::CreateCompatibleDC(gameDc);
-    if (bitmap && memory) {
-        HGDIOBJ old = ::SelectObject(memory, bitmap);
-        ::SetStretchBltMode(memory, HALFTONE);
-        ::SetBrushOrgEx(memory, 0, 0, nullptr);
-        ::StretchBlt(memory, 0, 0, size.width, size.height, gameDc, region.x, region.y, region.width, region.height,
-                     SRCCOPY);
-        ::SelectObject(memory, old);
-    }
-    if (memory) ::DeleteDC(memory);
-    ::ReleaseDC(game, gameDc);
-    return bitmap;
 }
 
 }  // namespace
@@ -93,7 +75,8 @@ void CTreasureMapDlg::CaptureAndShow() {
     const treasure_map::PictureSize size = treasure_map::ScaledPicture(*scale);
     const treasure_map::MapRect region = treasure_map::MapRegion(gameClient.right, gameClient.bottom);
 
-    HBITMAP captured = CaptureRegion(game, region, size);
+    const RECT source{region.x, region.y, region.x + region.width, region.y + region.height};
+    HBITMAP captured = CaptureClientRegion(game, source, size.width, size.height);
     if (!captured) return;
     Show(SW_SHOWNOACTIVATE);
     HWND picture = Item(kPictureId);

@@ -99,6 +99,8 @@ void ShowEquipSets(HWND frame, HWND game) {
 void ShowTreasureMap(HWND frame, HWND game, bool japanese) {
     HWND map = WaitFor(L"#32770", japanese ? L"宝の地図 - Vorrel" : L"Treasure Map - Vorrel", 2000);
     if (!map) return;
+    // The player looks at the map in the game: the game is in front, over the other panels.
+    SetWindowPos(game, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
     SendMessageW(game, WM_APP + 0x38, 1, 0);
     PostMessageW(map, WM_HOTKEY, 1200, 0);
     Sleep(1200);

@@ -44,12 +44,6 @@ struct Running {
     }
 };
 
-std::wstring TitleOf(HWND window) {
-    wchar_t title[256] = {};
-    ::GetWindowTextW(window, title, 256);
-    return title;
-}
-
 // --- Equip sets -------------------------------------------------------------------------------
 
 struct EquipWindow {
@@ -68,9 +62,9 @@ struct EquipWindow {
     }
     LRESULT Selection() const { return ::SendMessageW(list, LB_GETCURSEL, 0, 0); }
     // Presses `key` and waits until the window's title is `title`.
-    bool Key(WPARAM key, const std::wstring& title) const {
+    bool Key(WPARAM key, const std::string& title) const {
         ::PostMessageW(list, WM_KEYDOWN, key, 0);
-        return e2e::WaitUntil([&] { return TitleOf(window) == title; }, 3000);
+        return e2e::WaitUntil([&] { return e2e::WindowText(window) == title; }, 3000);
     }
     void Down(int times) const {
         const LRESULT wanted = Selection() + times;
@@ -101,11 +95,11 @@ TEST(EquipSets, KeysWalkTheMenuRestoreTheFourthSetGoBackAndShiftCloses) {
                  "\r\nEqSetName_05\r\n=no key\r\n[Other]\r\nEqSetName_06=not ours\r\n",
         0);
     ASSERT_TRUE(equip.window);
-    EXPECT_EQ(TitleOf(equip.window), L"Vrl [Equip set menu]");
+    EXPECT_EQ(e2e::WindowText(equip.window), "Vrl [Equip set menu]");
     EXPECT_EQ(equip.Entries(), (std::vector<std::wstring>{L"Restore equip set", L"Save equip set", L"Edit equip set"}));
     EXPECT_EQ(equip.Selection(), 0);
 
-    ASSERT_TRUE(equip.Key(VK_RETURN, L"Restore equip set"));
+    ASSERT_TRUE(equip.Key(VK_RETURN, "Restore equip set"));
     const std::vector<std::wstring> sets = equip.Entries();
     ASSERT_EQ(sets.size(), 10u);
     EXPECT_EQ(sets[0], L"1:Set 1");
@@ -121,10 +115,10 @@ TEST(EquipSets, KeysWalkTheMenuRestoreTheFourthSetGoBackAndShiftCloses) {
     EXPECT_TRUE(equip.Entries().empty());
     EXPECT_EQ(::GetForegroundWindow(), run.game) << "the module acts once its game is in front";
 
-    ASSERT_TRUE(equip.Key(VK_LEFT, L"Vrl [Equip set menu]"));
+    ASSERT_TRUE(equip.Key(VK_LEFT, "Vrl [Equip set menu]"));
     EXPECT_EQ(equip.Selection(), 0);
     equip.Down(1);
-    ASSERT_TRUE(equip.Key(VK_RIGHT, L"Save equip set"));
+    ASSERT_TRUE(equip.Key(VK_RIGHT, "Save equip set"));
     ::PostMessageW(equip.list, WM_KEYDOWN, VK_SHIFT, 0);
     EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(equip.window); }, 3000)) << "Shift closes";
     EXPECT_EQ(::GetWindowLongW(run.frame, kSlotEquipRequest), 11003) << "nothing chosen in the save list";
@@ -134,9 +128,9 @@ TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
     Running run;
     const EquipWindow equip = OpenEquipSets(run, "", 1);
     ASSERT_TRUE(equip.window);
-    EXPECT_EQ(TitleOf(equip.window), L"Vrl [装備セットメニュー]");
+    EXPECT_EQ(e2e::WindowText(equip.window), "Vrl [装備セットメニュー]");
     equip.Down(2);
-    ASSERT_TRUE(equip.Key(VK_RETURN, L"装備セットの編集"));
+    ASSERT_TRUE(equip.Key(VK_RETURN, "装備セットの編集"));
     const std::vector<std::wstring> sets = equip.Entries();
     ASSERT_EQ(sets.size(), 10u);
     EXPECT_EQ(sets[9], L"0:装備セット10");
@@ -157,7 +151,7 @@ TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
     EXPECT_TRUE(e2e::WaitUntil(
         [&] { const auto now = equip.Entries(); return now.size() == 10 && now[1] == L"2:Boss fight"; }, 3000));
     EXPECT_EQ(equip.Selection(), 1);
-    EXPECT_EQ(TitleOf(equip.window), L"装備セットの編集") << "the window stays in the edit mode";
+    EXPECT_EQ(e2e::WindowText(equip.window), "装備セットの編集") << "the window stays in the edit mode";
     wchar_t stored[64] = {};
     ::GetPrivateProfileStringW(L"Vorrel", L"EqSetName_01", L"", stored, 64,
                                (run.SaveFolder(L"hero") + L"\\Vrl_EquipSet.ini").c_str());
@@ -183,26 +177,6 @@ TEST(EquipSets, AnUnknownCharacterGetsTheBoxAndALaterRequestLooksAgain) {
 }
 
 // --- Treasure map -----------------------------------------------------------------------------
-
-std::vector<DWORD> ScreenPixels(const RECT& area) {
-    const int width = area.right - area.left, height = area.bottom - area.top;
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
-    HDC screen = ::GetDC(nullptr);
-    HDC memory = ::CreateCompatibleDC(screen);
-    HBITMAP bitmap = ::CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HGDIOBJ old = ::SelectObject(memory, bitmap);
-    ::BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    ::GdiFlush();
-    std::vector<DWORD> pixels(static_cast<const DWORD*>(bits), static_cast<const DWORD*>(bits) + width * height);
-    ::SelectObject(memory, old);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(memory);
-    ::ReleaseDC(nullptr, screen);
-    for (DWORD& pixel : pixels) pixel &= 0xFFFFFF;
-    return pixels;
-}
 
 RECT ScreenRectOf(HWND window, RECT client) {
     ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
@@ -247,8 +221,8 @@ TEST(TreasureMap, AtScale100ThePictureIsTheGamesMapPixelForPixelBesideTheGame) {
     EXPECT_EQ(mapWindow.left, gameWindow.right);
     EXPECT_EQ(mapWindow.top, gameWindow.top);
 
-    const std::vector<DWORD> shown = ScreenPixels(ScreenRectOf(map.picture, map.pictureClient));
-    const std::vector<DWORD> game = ScreenPixels(ScreenRectOf(run.game, {196, 140, 196 + 408, 140 + 312}));
+    const std::vector<DWORD> shown = e2e::ScreenPixels(ScreenRectOf(map.picture, map.pictureClient));
+    const std::vector<DWORD> game = e2e::ScreenPixels(ScreenRectOf(run.game, {196, 140, 196 + 408, 140 + 312}));
     size_t differing = 0;
     for (size_t i = 0; i < shown.size(); ++i) differing += shown[i] != game[i];
     EXPECT_EQ(differing, 0u) << "of " << shown.size() << " pixels";
