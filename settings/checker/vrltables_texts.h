@@ -12,11 +12,15 @@ inline constexpr LangText kUsage = {
     u"       vrltables                           check the known tables in the current folder\n"
     u"       vrltables dump FILE                 show the table as the program reads it (JSON)\n"
     u"       vrltables try LogEx.kcsv \"LINE\"     show what the log window does with a line of the game's log\n"
+    u"       vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ\n"
+    u"                                           show what the music panel plays for a music request\n"
     u"check exits with 1 when it finds anything.\n",
     u"使い方: vrltables [check] ファイル...      プログラムの読み方が意図と違うところを報告します\n"
     u"        vrltables                          現在のフォルダーにある既知の表を調べます\n"
     u"        vrltables dump ファイル            プログラムが読むとおりに表を表示します (JSON)\n"
     u"        vrltables try LogEx.kcsv \"行\"      ゲームのログの一行をログウィンドウがどう扱うかを表示します\n"
+    u"        vrltables try BGMEx.kcsv ファイル 月 日 時 マップ\n"
+    u"                                           音楽の要求に音楽パネルが何を再生するかを表示します\n"
     u"check は何か見つけると 1 で終わります。\n"};
 inline constexpr LangText kCannotRead = {u"%1: cannot read the file\n", u"%1: ファイルを読めません\n"};
 inline constexpr LangText kEmptyFile = {u"%1: the file is empty; the program does not read it\n",

@@ -9,6 +9,7 @@
 #include "settings/table_try.h"
 
 #include "app/install_paths.h"
+#include "music/music_try.h"
 
 #include <string_view>
 
@@ -26,6 +27,17 @@ int TryLogTable(const std::u16string& path, const std::string& bytes, const Args
     return 0;
 }
 
+// vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ
+int TryMusicTable(const std::u16string& path, const std::string&, const Args& rest, const Context&) {
+    Args args{u"try", path};
+    args.insert(args.end(), rest.begin(), rest.end());
+    std::string out, err;
+    const int code = RunMusicTry(args, &out, &err);
+    Print(stdout, out);
+    Print(stderr, err);
+    return code;
+}
+
 using TryFn = int (*)(const std::u16string& path, const std::string& bytes, const Args& rest, const Context& context);
 
 struct Trial {
@@ -35,6 +47,7 @@ struct Trial {
 
 constexpr Trial kTrials[] = {
     {tables::logex::kFile, TryLogTable},
+    {tables::bgmex::kFile, TryMusicTable},
 };
 
 }  // namespace

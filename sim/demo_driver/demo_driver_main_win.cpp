@@ -26,9 +26,12 @@ void Shot(const char* name) {
     char label[128];
     std::snprintf(label, sizeof label, "%02d-%s", ++n, name);
     const std::wstring request = g_handshake + L"\\request";
-    if (FILE* f = _wfopen(request.c_str(), L"wb")) {
+    // Written whole under another name first: the script must never read a half-written request.
+    const std::wstring partial = request + L".tmp";
+    if (FILE* f = _wfopen(partial.c_str(), L"wb")) {
         std::fputs(label, f);
         std::fclose(f);
+        MoveFileExW(partial.c_str(), request.c_str(), MOVEFILE_REPLACE_EXISTING);
     }
     for (int i = 0; i < 300 && GetFileAttributesW(request.c_str()) != INVALID_FILE_ATTRIBUTES; ++i) Sleep(100);
     std::printf("shot %s\n", label);
@@ -60,6 +63,7 @@ int wmain(int argc, wchar_t** argv) {
     const wchar_t* fullLogTitle = japanese ? L"全ログ - Vorrel" : L"Full Log - Vorrel";
     const wchar_t* extractedTitle = japanese ? L"抽出ログ - Vorrel" : L"Extracted Log - Vorrel";
     const wchar_t* aboutTitle = japanese ? L"Vorrelのバージョン情報" : L"About Vorrel";
+    const wchar_t* musicTitle = japanese ? L"音楽コントロールパネル" : L"Music Control Panel";
 
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -97,6 +101,30 @@ int wmain(int argc, wchar_t** argv) {
         Shot("docked-full-log");
     }
 
+    if (HWND music = WaitFor(L"#32770", musicTitle, 2000)) {
+        PostMessageW(frame, WM_COMMAND, 34100, 0);  // the tray item: the panel in front
+        RECT box{};
+        GetWindowRect(music, &box);
+        SetWindowPos(music, HWND_TOP, 1280 - (box.right - box.left), 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+        Sleep(500);
+        Shot("music-panel");
+    }
+
+    // The pet panel beside the game, then its colour dialog.
+    HWND pets = WaitFor(L"#32770", japanese ? L"ペット情報 - Vorrel" : L"Pet Information - Vorrel", 2000);
+    if (pets) {
+        Place(pets, 160, 300, 1000, 560);
+        SendMessageW(frame, WM_COMMAND, 34105, 0);
+        Sleep(500);
+        Shot("pet-panel");
+        PostMessageW(pets, WM_COMMAND, MAKEWPARAM(1002, BN_CLICKED), 0);
+        HWND colours = WaitFor(L"#32770", japanese ? L"色の設定 - ペット情報" : L"Config Color of Pet Information", 5000);
+        Sleep(500);
+        Shot("pet-colours");
+        if (colours) PostMessageW(colours, WM_COMMAND, IDCANCEL, 0);
+        Sleep(300);
+    }
+
     // The item the module sent, beside the game; the quick search bar below it with its list open.
     HWND itemPanel = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 28)));
     if (IsWindow(itemPanel)) {
@@ -127,6 +155,14 @@ int wmain(int argc, wchar_t** argv) {
     Sleep(300);
     Shot("about-box");
     if (about) PostMessageW(about, WM_COMMAND, IDOK, 0);
+    Sleep(300);
+
+    // The tray's Exit while the game runs asks first; No keeps both.
+    PostMessageW(frame, WM_COMMAND, 32776, 0);
+    HWND question = WaitFor(L"#32770", L"Vorrel", 5000);
+    Sleep(300);
+    Shot("exit-question");
+    if (question) PostMessageW(question, WM_COMMAND, IDNO, 0);
     Sleep(300);
 
     PostMessageW(game, WM_CLOSE, 0, 0);

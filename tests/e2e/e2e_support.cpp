@@ -1,6 +1,8 @@
 #include "e2e_support.h"
 
 #include <commctrl.h>
+#include <shellapi.h>
+#include <gtest/gtest.h>
 #include <tlhelp32.h>
 
 #include <stdexcept>
@@ -46,6 +48,14 @@ void Install::WriteProgramFile(const std::wstring& name, const std::string& byte
 }
 
 std::string Install::ReadTranscript() const { return vrltest::ReadFileBytes(transcript); }
+
+std::string Install::WaitForScenarioEnd() const {
+    const char* const end = "module: end of scenario";
+    std::string text;
+    WaitUntil([&] { return (text = ReadTranscript()).find(end) != std::string::npos; }, 20000);
+    EXPECT_NE(text.find(end), std::string::npos) << text;
+    return text;
+}
 
 bool Install::ProgramFileExists(const std::wstring& name) const {
     return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -171,6 +181,15 @@ HWND VisibleWindowOf(DWORD processId, const wchar_t* className) {
     WindowSearch search{processId, className, nullptr};
     ::EnumWindows(&MatchVisibleWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+bool TrayIconShown(HWND frame) {
+    // Changing nothing in an icon succeeds only while the icon is there.
+    NOTIFYICONDATAW data{};
+    data.cbSize = sizeof data;
+    data.hWnd = frame;
+    data.uID = 1234;
+    return ::Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
 }
 
 void Press(HWND box, int buttonId) { ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), 0); }

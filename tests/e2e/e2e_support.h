@@ -38,6 +38,9 @@ struct Install {
     void WriteProgramFile(const std::wstring& name, const std::string& bytes) const;
     void WriteScenario(const std::string& scenario) const { WriteProgramFile(L"VrlDLL.scenario", scenario); }
     std::string ReadTranscript() const;
+    // Waits (20 s at most) until the module has played its whole scenario; the transcript, which
+    // the failure names when it has not.
+    std::string WaitForScenarioEnd() const;
     bool ProgramFileExists(const std::wstring& name) const;
 };
 
@@ -84,6 +87,8 @@ struct MessageBoxSeen {
 MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms);
 // A visible top-level window of the process (of that class, when given), or null.
 HWND VisibleWindowOf(DWORD processId, const wchar_t* className = nullptr);
+// Whether the notification area holds the companion's icon (on `frame`, which may be gone).
+bool TrayIconShown(HWND frame);
 // Presses a message box button (IDOK, IDYES, IDNO...).
 void Press(HWND box, int buttonId);
 

@@ -70,15 +70,7 @@ struct LogSession {
     }
 
     // Waits for the scenario to finish; its transcript.
-    std::string WaitForScenario() const {
-        std::string transcript;
-        e2e::WaitUntil([&] {
-            transcript = install.ReadTranscript();
-            return transcript.find("module: end of scenario") != std::string::npos;
-        }, 20000);
-        EXPECT_NE(transcript.find("module: end of scenario"), std::string::npos) << transcript;
-        return transcript;
-    }
+    std::string WaitForScenario() const { return install.WaitForScenarioEnd(); }
 
     LRESULT SendLine(const std::string& ansi) const { return SendBytes(ansi.data(), static_cast<DWORD>(ansi.size())); }
     LRESULT SendBytes(const void* bytes, DWORD count) const {

@@ -126,10 +126,6 @@ TEST(Scenario, FileSplitsOnLineBreaksAndDropsTheByteOrderMark) {
     EXPECT_EQ(lines, (std::vector<std::string>{"log a", "", "exit", "wait 5"}));
 }
 
-}  // namespace
-
-namespace {
-
 TEST(Scenario, PetSlotsAreWrittenWithReadableFields) {
     vrl::sim::Command c = Parse("pet \"Little \\\"Gwen\\\"\" 9 101 12 300/1000 -5/0 1/2 3/4");
     EXPECT_EQ(c.op, Op::kPet);
