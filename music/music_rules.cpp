@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "settings/kcsv.h"
+#include "settings/table_schema.h"
 
 namespace vrl {
 namespace {
@@ -124,11 +125,11 @@ constexpr std::size_t kMonthAt = 520, kDayAt = 524, kHourAt = 528, kMapObjectAt 
 }  // namespace
 
 std::vector<MusicRule> MusicRulesOf(const KcsvFile& table) {
-    const int orgfile = table.ColumnIndex(u"orgfile");
-    const int month = table.ColumnIndex(u"month");
-    const int day = table.ColumnIndex(u"day");
-    const int hour = table.ColumnIndex(u"hour");
-    const int playlist = table.ColumnIndex(u"playlist");
+    const int orgfile = table.ColumnIndex(tables::bgmex::kOrgFile);
+    const int month = table.ColumnIndex(tables::bgmex::kMonth);
+    const int day = table.ColumnIndex(tables::bgmex::kDay);
+    const int hour = table.ColumnIndex(tables::bgmex::kHour);
+    const int playlist = table.ColumnIndex(tables::bgmex::kPlaylist);
     auto cell = [&table](unsigned row, int column) {
         return column < 0 ? std::u16string() : table.Cell(row, static_cast<unsigned>(column), u"");
     };
@@ -141,11 +142,11 @@ std::vector<MusicRule> MusicRulesOf(const KcsvFile& table) {
     return rules;
 }
 
-std::u16string SoundFontOf(const KcsvFile& table) { return table.OptionValue(u"SoundFont"); }
+std::u16string SoundFontOf(const KcsvFile& table) { return table.OptionValue(tables::bgmex::kSoundFont); }
 
 int MidiDeviceCodeOf(const KcsvFile& table) {
-    if (table.OptionIndex(u"device") < 0) return 1;
-    switch (ReadInt(table.OptionValue(u"device"))) {
+    if (table.OptionIndex(tables::bgmex::kDevice) < 0) return 1;
+    switch (ReadInt(table.OptionValue(tables::bgmex::kDevice))) {
     case 0: return 1;
     case 1: return 2;
     case 2: return 3;
