@@ -12,21 +12,11 @@ constexpr std::u16string_view kFileColumn = tables::volume::kFileColumn;
 constexpr std::u16string_view kVolumeColumn = tables::volume::kVolume;
 constexpr std::u16string_view kMasterOption = tables::volume::kMasterVolume;
 
+const TableSchema& Schema() { return SchemaOf(tables::volume::kFile); }
+
 std::u16string NumberText(int n) {
     const std::string digits = std::to_string(n);
     return std::u16string(digits.begin(), digits.end());
-}
-
-// The clamp the table's schema gives a volume read from the file.
-int Ranged(std::u16string_view column, int value, bool option) {
-    if (const TableSchema* schema = FindTableSchema(tables::volume::kFile)) {
-        if (option) {
-            if (const OptionSpec* spec = FindOption(*schema, column)) return ApplyRange(spec->value.range, value);
-        } else if (const ColumnSpec* spec = FindColumn(*schema, column)) {
-            return ApplyRange(spec->value.range, value);
-        }
-    }
-    return VolumeTable::Clamp(value);
 }
 
 }  // namespace
@@ -37,13 +27,12 @@ void VolumeTable::Load(const KcsvFile& table) {
     for (unsigned row = 0; row < table.RowCount(); ++row) {
         const std::u16string key = file < 0 ? std::u16string() : table.Cell(row, static_cast<unsigned>(file), u"");
         const std::u16string cell = volume < 0 ? std::u16string() : table.Cell(row, static_cast<unsigned>(volume), u"");
-        Set(key, cell.empty() ? kDefault : Ranged(kVolumeColumn, ReadInt(cell), false));
+        Set(key, Schema().Column(kVolumeColumn).value.NumberOf(cell, volume >= 0));
     }
 }
 
 int VolumeTable::MasterVolumeOf(const KcsvFile& table) {
-    if (table.OptionIndex(kMasterOption) < 0) return kDefault;
-    return Ranged(kMasterOption, ReadInt(table.OptionValue(kMasterOption)), true);
+    return Schema().OptionNumber(table, kMasterOption);
 }
 
 void VolumeTable::AddColumnsTo(KcsvFile& table) {

@@ -4,6 +4,8 @@
 // built-in copy that the settings editor carries, then the player's EnchantTable.kcsv on top.
 // Filling from a parsed table is portable; reading the two sources is enchant_table_win.cpp.
 
+#include "settings/table_schema.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -35,12 +37,12 @@ struct EnchantTables {
 
 // Column names of the table file, as the table schema knows them.
 namespace enchant_columns {
-inline constexpr std::u16string_view kType = u"type";
-inline constexpr std::u16string_view kId = u"id";
-inline constexpr std::u16string_view kTextEn = u"text_en";
-inline constexpr std::u16string_view kTextJp = u"text_jp";
-inline constexpr std::u16string_view kInvokePrefix = u"invoke";  // options invoke0 ... invoke99
-inline constexpr int kLastInvokeIndex = 99;
+using tables::enchant::kId;
+using tables::enchant::kInvokePrefix;  // options invoke0 ... invoke99
+using tables::enchant::kTextEn;
+using tables::enchant::kTextJp;
+using tables::enchant::kType;
+inline constexpr int kLastInvokeIndex = tables::enchant::kLastInvoke;
 }  // namespace enchant_columns
 
 // Stores the rows and invoke options of one parsed table over what `tables` already holds: later

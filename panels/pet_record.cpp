@@ -151,12 +151,7 @@ int BarFillWidth(int width, std::int32_t current, std::int32_t maximum) {
 }
 
 int ClampBarRatio(int ratio) {
-    static const IntRange range = [] {
-        const TableSchema* schema = FindTableSchema(kPetInfoFile);
-        const OptionSpec* option = schema ? FindOption(*schema, u"iXpColumnWidthRatio") : nullptr;
-        return option ? option->value.range : IntRange{};
-    }();
-    return ApplyRange(range, ratio);
+    return ApplyRange(SchemaOf(tables::petinfo::kFile).Option(tables::petinfo::kBarRatio[0]).value.range, ratio);
 }
 
 std::array<int, kPetBarCount> SplitBarColumns(int freeWidth, const std::array<int, kPetBarCount>& ratios) {

@@ -154,6 +154,7 @@ private:
     }
 
     void IntegerProblem(std::u16string_view value) {
+        if (value.empty() && spec_.emptyMeansMissing) return;
         std::size_t i = 0;
         while (i < value.size() && IsSpace(value[i])) ++i;
         if (i < value.size() && (value[i] == u'+' || value[i] == u'-')) ++i;

@@ -124,10 +124,12 @@ TableSchema Volume() {
     t.fileName = volume::kFile;
     t.rowMeaning = {u"a file's volume", u"ファイルの音量"};
     const ValueSpec level = IntOr(100, Int(RangeUse::Clamp, 50, 100));
+    ValueSpec fileLevel = level;
+    fileLevel.emptyMeansMissing = true;
     t.columns = {
         {volume::kFileColumn, true, Kind(ValueKind::FileName),
          {u"no volume applies to any file", u"どのファイルにも音量が当たりません"}},
-        {volume::kVolume, true, level, {u"every file plays at 100", u"どのファイルも 100 で鳴ります"}},
+        {volume::kVolume, true, fileLevel, {u"every file plays at 100", u"どのファイルも 100 で鳴ります"}},
     };
     t.options = {{volume::kMasterVolume, level}};
     return t;
@@ -217,7 +219,7 @@ bool SameName(std::u16string_view a, std::u16string_view b) { return AsciiLower(
 }  // namespace
 
 int ValueSpec::NumberOf(std::u16string_view text, bool present) const {
-    if (!present) return whenMissing;
+    if (!present || (emptyMeansMissing && text.empty())) return whenMissing;
     int value = ReadInt(text);
     if (lowBits > 0 && lowBits < 32) value &= static_cast<int>((1u << lowBits) - 1);
     if (zeroMeansMissing && value == 0) return whenMissing;

@@ -126,6 +126,7 @@ struct ValueSpec {
 
     int whenMissing = 0;            // Integer: what the owner uses when the option or column is absent
     bool zeroMeansMissing = false;  // Integer: a value reading as 0 also gives whenMissing
+    bool emptyMeansMissing = false; // Integer: an empty cell also gives whenMissing
     int lowBits = 0;                // Integer: the owner looks only at this many low bits (0: all)
     Colour fallbackColour = kNoColour;  // Colour: what an absent or unreadable colour gives
     std::u16string_view emptyText;      // Text: what an empty value gives

@@ -109,10 +109,15 @@ int ToolLanguage() {
 #endif
 }
 
+// Only a console the player reads and types into is worth holding open: output to a pipe or a
+// file, or a console without input, is read by a program.
 bool OwnsConsole() {
 #ifdef _WIN32
     DWORD processes[2];
-    return GetConsoleProcessList(processes, 2) == 1;
+    DWORD mode = 0;
+    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    return GetConsoleProcessList(processes, 2) == 1 && output != INVALID_HANDLE_VALUE && output != nullptr &&
+           GetFileType(output) == FILE_TYPE_CHAR && GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode);
 #else
     return false;
 #endif

@@ -29,7 +29,7 @@ TEST(TableCheck, CleanTablesReportNothing) {
                      "#column,keyword,exact,regex,talk,sound,volume,color\r\n"
                      "ally,1,,,,70,#ff8000\r\n^You,,1,1,ding.wav,100,Nothing\r\n\"a, b\",,,,,50,\r\n"),
               "");
-    EXPECT_EQ(Report(u"Volume.kcsv", "#format,kcsv\r\n#option,MasterVolume:100\r\n#column,File,Volume\r\nC:\\a.ogg,70\r\n"), "");
+    EXPECT_EQ(Report(u"Volume.kcsv", "#format,kcsv\r\n#option,MasterVolume:100\r\n#column,File,Volume\r\nC:\\a.ogg,70\r\nb.ogg,\r\n"), "");
     EXPECT_EQ(Report(u"unknown.kcsv", "#format,kcsv\r\n#column,anything\r\nx,y,z\r\n"), "");
 }
 
