@@ -21,16 +21,6 @@ constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIB
 constexpr DWORD kFrameExStyle = WS_EX_APPWINDOW | WS_EX_WINDOWEDGE;
 constexpr DWORD kStatusStaticStyle = WS_CHILD | WS_VISIBLE | WS_BORDER;
 
-void PressNumLock() {
-    INPUT keys[2] = {};
-    keys[0].type = keys[1].type = INPUT_KEYBOARD;
-    keys[0].ki.wVk = keys[1].ki.wVk = VK_NUMLOCK;
-    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    ::SendInput(2, keys, sizeof(INPUT));
-}
-
-bool NumLockIsOn() { return (::GetKeyState(VK_NUMLOCK) & 1) != 0; }
-
 }  // namespace
 
 CMainFrame::~CMainFrame() {
@@ -114,9 +104,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
     app.frame = game_link::FindFrame();
     CreateStatusStatics();
-    if (app.settings.enScreenshot) {
-        ::RegisterHotKey(m_hWnd, kCmdScreenshotFirst, MOD_CONTROL | MOD_ALT, VK_SNAPSHOT);
-    }
+    RegisterHotkeys();
     CreateCompanionWindows();
 
     const GameProcess game = LaunchGame(app.folders, Wstr(app.settings.wstrMorva), app.settings.enMusicExtender != 0);
@@ -124,7 +112,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     gameThreadId_ = game.threadId;
 
     ::SetTimer(m_hWnd, kGameWatchTimer, kGameWatchPeriodMs, nullptr);
-    if (app.settings.enNumlockOff) SwitchNumLockOffAtStart();
+    if (app.settings.enNumlockOff) numLock_.SwitchOffAtStart();
     return 0;
 }
 
@@ -169,6 +157,16 @@ void CMainFrame::CreateStatusStatics() {
                                        instance, nullptr);
     game_link::WriteWindowSlot(m_hWnd, game_link::kSlotStatusStatic1, statusStatic1_);
     game_link::WriteWindowSlot(m_hWnd, game_link::kSlotStatusStatic2, statusStatic2_);
+}
+
+// The panels' own hotkeys (34100, 34102) are registered with their panels, in
+// CreateCompanionWindows. Hotkeys end with the window; nothing unregisters them.
+void CMainFrame::RegisterHotkeys() {
+    if (App().settings.enScreenshot) RegisterCtrlAltHotkey(kCmdScreenshotFirst, VK_SNAPSHOT);
+}
+
+void CMainFrame::RegisterCtrlAltHotkey(int id, UINT key) const {
+    ::RegisterHotKey(m_hWnd, id, MOD_CONTROL | MOD_ALT, key);
 }
 
 void CMainFrame::CreateCompanionWindows() {
@@ -224,15 +222,6 @@ void CMainFrame::ShowLog(int page) {
     logWindow_.SelectPage(page);  // focuses that page's view and hides the other
 }
 
-void CMainFrame::SwitchNumLockOffAtStart() {
-    numLockWasOn_ = NumLockIsOn();
-    if (numLockWasOn_) PressNumLock();
-}
-
-void CMainFrame::RestoreNumLockAtExit() {
-    if (App().settings.enNumlockOff && NumLockIsOn() != numLockWasOn_) PressNumLock();
-}
-
 namespace {
 
 struct GameWindowSearch {
@@ -273,10 +262,12 @@ void CMainFrame::OnGameWatchTimer() {
     }
     if (::IsWindow(app.gameWindow)) return;
 
-    // The main window has gone; a further window still open means the process lingers: end it.
+    // The main window has gone; a further window of the game still open means the process
+    // lingers: end it. Handles and process ids are reused, so the window must be the game's.
     ::Sleep(100);
     HWND further = game_link::ReadWindowSlot(m_hWnd, game_link::kSlotFurtherWindow);
-    if (further && ::IsWindow(further)) {
+    DWORD furtherProcessId = 0;
+    if (further && ::GetWindowThreadProcessId(further, &furtherProcessId) && furtherProcessId == gameProcessId_) {
         if (HANDLE process = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, gameProcessId_)) {
             ::TerminateProcess(process, 0);
             ::CloseHandle(process);
@@ -298,7 +289,7 @@ void CMainFrame::OnClose() {
         }
         return;
     }
-    RestoreNumLockAtExit();
+    if (App().settings.enNumlockOff) numLock_.RestoreAtExit();
     ::DestroyWindow(m_hWnd);
 }
 

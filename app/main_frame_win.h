@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "app/message_loop_win.h"
+#include "app/num_lock_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
 #include "panels/item_info_win.h"
@@ -51,13 +52,13 @@ private:
     void ComputeFolders();
     void CreateStatusStatics();
     void RegisterHotkeys();
+    // Every hotkey of the companion is Ctrl+Alt and one key, sent to the frame as WM_HOTKEY `id`.
+    void RegisterCtrlAltHotkey(int id, UINT key) const;
     void CreateCompanionWindows();
     void DestroyCompanionWindows();
     // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.
     void ShowLog(int page);
     HWND FindGameWindow() const;
-    void SwitchNumLockOffAtStart();
-    void RestoreNumLockAtExit();
     [[noreturn]] void StartSettingsEditorAndExit();
     void RefuseSecondInstance();
 
@@ -75,7 +76,7 @@ private:
     DWORD gameProcessId_ = 0;
     DWORD gameThreadId_ = 0;
     int fruitlessTicks_ = 0;
-    bool numLockWasOn_ = false;
+    NumLockKeeper numLock_;
 };
 
 }  // namespace vrl

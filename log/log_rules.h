@@ -32,7 +32,7 @@ struct LogRule {
 // What the log font is built from. Two descriptions compare equal when the font need not be made
 // again.
 struct LogFontDescription {
-    std::u16string face = u"Meiryo UI";  // at most kLogFontFaceLimit units
+    std::u16string face = u"Meiryo UI";  // at most 31 units, the platform's limit
     int pointSize = 9;
     int weight = 400;  // 700 when bold
     bool italic = false;
@@ -42,15 +42,10 @@ struct LogFontDescription {
     }
     bool operator!=(const LogFontDescription& o) const { return !(*this == o); }
 };
-inline constexpr std::size_t kLogFontFaceLimit = 31;
 
 // Character height in device units for a font of pointSize points on a screen of `dpi` pixels per
 // logical inch: negative (the em height), rounded to nearest like MulDiv.
 int LogFontHeight(int pointSize, int dpi);
-
-// Volumes of the table: read as a number and brought into 50..100 as an unsigned number would be,
-// so a negative one becomes 100.
-int ClampLogVolume(int value);
 
 // Master volume times rule volume, as the fraction the sound player takes (0.25 to 1.0).
 float LogSoundVolume(int masterVolume, int ruleVolume);
@@ -83,7 +78,10 @@ public:
     // The first rule that takes the text, if any. An expression too costly to match on this text
     // counts as not matching and the next rule is tried.
     std::optional<std::size_t> FirstMatch(std::u16string_view text) const;
-    bool Matches(std::size_t rule, std::u16string_view text) const;
+    bool Matches(std::size_t rule, std::u16string_view text) const { return Test(rule, text) == Outcome::Match; }
+    // Why a rule does or does not take the text.
+    enum class Outcome { Match, NoMatch, BadExpression, TooComplex };
+    Outcome Test(std::size_t rule, std::u16string_view text) const;
 
     int MasterVolume() const { return masterVolume_; }
     // The EnableRemoteTalk switch alone; speech also needs the speech program to exist.

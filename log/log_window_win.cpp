@@ -36,12 +36,6 @@ void BuildExtractedLogTemplate(DialogTemplate& t) {
     t.AddControl(u"RichEdit20W", CLogExtenderDlg_Child::kViewId, kViewBox, kViewStyle, 0, u"");
 }
 
-// Both windows build their template once, in the language in force at their first creation.
-const DialogTemplate& TemplateOf(void (*build)(DialogTemplate&), DialogTemplate& slot) {
-    if (!slot.IsCreated()) build(slot);
-    return slot;
-}
-
 // The system menu reset to the platform's, then our items after a separator each.
 void ResetSystemMenu(HWND window, std::initializer_list<std::pair<UINT, const LangText*>> items) {
     ::GetSystemMenu(window, TRUE);
@@ -82,7 +76,7 @@ void ShowLogViewMenu(HWND owner, HWND view, LPARAM screenPoint) {
 
 HWND CLogExtenderDlg_Child::Create() {
     static DialogTemplate t;
-    return CreateIndirect(TemplateOf(BuildExtractedLogTemplate, t));
+    return CreateIndirect(BuiltOnce(t, BuildExtractedLogTemplate));
 }
 
 void CLogExtenderDlg_Child::ClearView() const {
@@ -108,9 +102,7 @@ bool CLogExtenderDlg_Child::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPAR
         ClearView();
         return true;
     case WM_COMMAND:
-        if (LOWORD(wp) != IDOK && LOWORD(wp) != IDCANCEL) return false;
-        Show(SW_HIDE);
-        return true;
+        return HideOnOkOrCancel(wp);
     }
     return false;
 }
@@ -144,7 +136,7 @@ CLogExtenderDlg::~CLogExtenderDlg() {
 
 HWND CLogExtenderDlg::Create() {
     static DialogTemplate t;
-    return CreateIndirect(TemplateOf(BuildFullLogTemplate, t));
+    return CreateIndirect(BuiltOnce(t, BuildFullLogTemplate));
 }
 
 void CLogExtenderDlg::DestroyWindows() {
@@ -187,9 +179,7 @@ bool CLogExtenderDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp,
     case WM_SYSCOMMAND:
         return OnSysCommand(wp);
     case WM_COMMAND:
-        if (LOWORD(wp) != IDOK && LOWORD(wp) != IDCANCEL) return false;
-        Show(SW_HIDE);
-        return true;
+        return HideOnOkOrCancel(wp);
     case WM_NOTIFY: {
         const auto* header = reinterpret_cast<const NMHDR*>(lp);
         if (header->idFrom != kTabId || (header->code != NM_CLICK && header->code != TCN_SELCHANGE)) return false;
@@ -213,6 +203,7 @@ void CLogExtenderDlg::OnInitDialog() {
     fullView_ = Item(kViewId);
     pages_[0] = fullView_;
     pages_[1] = child_.View();
+    for (HWND view : pages_) log_view::LiftTextLimit(view);  // both, whatever the full-log setting
     InsertTab(tab_, 0, log_texts::kFullLog);
     InsertTab(tab_, 1, log_texts::kExtractedLog);
     LoadLogRules();

@@ -116,7 +116,8 @@ bool CBassPlayer::SetSoundFont(const std::u16string& path) {
     vstBits_ = 0;
     soundFont_ = Bass().MidiFontInit(W(path), kBassUnicode);
     const BassMidiFont font{soundFont_, -1, 0};
-    const bool changed = Bass().MidiStreamSetFonts(0, &font, 1) != FALSE;
+    // A font that did not load changes nothing, whatever the library makes of an empty entry.
+    const bool changed = Bass().MidiStreamSetFonts(0, &font, 1) != FALSE && soundFont_ != 0;
     if (changed && stream_) Bass().MidiStreamSetFonts(stream_, &font, 1);
     if (previous) Bass().MidiFontFree(previous);
     return changed;

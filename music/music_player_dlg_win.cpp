@@ -25,6 +25,8 @@ constexpr DialogRect kWindowBox{0, 0, 276, 222};
 constexpr DWORD kLabelRight = SS_RIGHT | SS_CENTERIMAGE | SS_NOPREFIX;
 constexpr DWORD kLabelCentre = SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX;
 constexpr DWORD kField = SS_SUNKEN | SS_LEFTNOWORDWRAP | SS_CENTERIMAGE | SS_NOPREFIX;
+// Paths keep their file name in sight: the middle gives way.
+constexpr DWORD kPathField = SS_SUNKEN | SS_PATHELLIPSIS | SS_CENTERIMAGE | SS_NOPREFIX;
 constexpr DWORD kFieldCentre = SS_SUNKEN | SS_CENTER | SS_CENTERIMAGE | SS_NOPREFIX;
 constexpr DWORD kListStyle = LVS_REPORT | LVS_SHOWSELALWAYS | LVS_SINGLESEL | WS_BORDER | WS_TABSTOP;
 constexpr DWORD kSliderStyle = TBS_HORZ | TBS_NOTICKS | WS_TABSTOP;
@@ -60,9 +62,9 @@ const Control kControls[] = {
     {CMusicPlayerDlg::kRandValue, ControlAtom::kStatic, &kZero, kFieldCentre, {234, 60, 36, 12}, {-42, 60, -6, 72}},
     {CMusicPlayerDlg::kArrow, ControlAtom::kStatic, &kArrowText, kLabelCentre, {85, 115, 144, 12}, {84, -108, -48, -96}},
     {CMusicPlayerDlg::kPlayingFileLabel, ControlAtom::kStatic, &music_texts::kPlayingFile, kLabelRight, {6, 132, 72, 12}, {6, -90, 78, -78}},
-    {CMusicPlayerDlg::kPlayingFile, ControlAtom::kStatic, &kNoText, kField, {84, 132, 144, 12}, {84, -90, -48, -78}},
+    {CMusicPlayerDlg::kPlayingFile, ControlAtom::kStatic, &kNoText, kPathField, {84, 132, 144, 12}, {84, -90, -48, -78}},
     {CMusicPlayerDlg::kSoundFontLabel, ControlAtom::kStatic, &music_texts::kSoundFont, kLabelRight, {6, 150, 72, 12}, {6, -72, 78, -60}},
-    {CMusicPlayerDlg::kSoundFontField, ControlAtom::kStatic, &kNoText, kField, {84, 150, 144, 12}, {84, -72, -48, -60}},
+    {CMusicPlayerDlg::kSoundFontField, ControlAtom::kStatic, &kNoText, kPathField, {84, 150, 144, 12}, {84, -72, -48, -60}},
     {CMusicPlayerDlg::kChangeButton, ControlAtom::kButton, &music_texts::kChange, kButtonStyle, {234, 150, 36, 12}, {-42, -72, -6, -60}},
     {CMusicPlayerDlg::kMasterVolumeLabel, ControlAtom::kStatic, &music_texts::kMasterVolume, kLabelRight, {6, 168, 72, 12}, {6, -54, 78, -42}},
     {CMusicPlayerDlg::kMasterVolume, u"msctls_trackbar32", &kNoText, kSliderStyle, {84, 168, 144, 12}, {84, -54, -48, -42}},
@@ -193,6 +195,10 @@ void CMusicPlayerDlg::OnInitDialog() {
     masterVolume_ = VolumeTable::MasterVolumeOf(volumeFile_);
     SetVolumes(masterVolume_, 0);
 
+    // The columns share the list's width from the start, not only after the first resize.
+    RECT client{};
+    ::GetClientRect(m_hWnd, &client);
+    OnSize(client.right, client.bottom);
     // The game waits for every request; the dialog manager has nothing to do with them.
     AnswerAheadOfDialogManager(WM_COPYDATA);
 }
@@ -363,7 +369,8 @@ void CMusicPlayerDlg::ApplySoundFont(const std::u16string& path) {
     }
     CBassPlayer* bass = player_->GetBassPlayer();
     bass->SetVstWindows(Item(kPlayingFile), game_link::ReadWindowSlot(frame_, game_link::kSlotStatusStatic2));
-    if (bass->SetSoundFont(path)) {
+    // Without a configured soundfont there is nothing to report as failed.
+    if (bass->SetSoundFont(path) || path.empty()) {
         SetField(kSoundFontField, path);
     } else {
         SetField(kSoundFontField, music_texts::kSoundFontFailed.Get());

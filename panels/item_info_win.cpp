@@ -74,8 +74,7 @@ void AddColumns(HWND list) {
 
 HWND CItemInfoDlg::Create() {
     static DialogTemplate t;
-    if (!t.IsCreated()) BuildTemplate(t);
-    return CreateIndirect(t);
+    return CreateIndirect(BuiltOnce(t, BuildTemplate));
 }
 
 bool CItemInfoDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
@@ -93,9 +92,7 @@ bool CItemInfoDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LR
         OnSize(LOWORD(lp), HIWORD(lp));
         return true;
     case WM_COMMAND:
-        if (LOWORD(wp) != IDOK && LOWORD(wp) != IDCANCEL) return false;
-        Show(SW_HIDE);
-        return true;
+        return HideOnOkOrCancel(wp);
     }
     return false;
 }

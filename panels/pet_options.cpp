@@ -2,43 +2,14 @@
 
 #include <string>
 
+#include "settings/table_schema.h"
 
 namespace vrl {
 namespace {
 
-constexpr const char16_t* kFilterIndex = u"iFilterIndex";
-constexpr const char16_t* kAutoAdjust = u"bAutoAdjustColumn";
-constexpr const char16_t* kWidthOptions[kPetColumnCount] = {
-    u"iChipColumnWidth", u"iNameColumnWidth",   u"iStatColumnWidth", u"iLvColumnWidth",
-    u"iToLvXpColumnWidth", u"iHpColumnWidth", u"iMpColumnWidth",   u"iStColumnWidth"};
-constexpr const char16_t* kTextColour = u"colText";
-constexpr const char16_t* kBackground = u"colBk";
+namespace names = tables::petinfo;
 
-struct BarOptions {
-    const char16_t* drawn;
-    const char16_t* ratio;
-    const char16_t* bar;
-    const char16_t* background;
-    const char16_t* frame;
-};
-constexpr BarOptions kBarOptions[kPetBarCount] = {
-    {u"bXpBarEnabled", u"iXpColumnWidthRatio", u"colXpBar", u"colXpBarBk", u"colXpBarFrame"},
-    {u"bHpBarEnabled", u"iHpColumnWidthRatio", u"colHpBar", u"colHpBarBk", u"colHpBarFrame"},
-    {u"bMpBarEnabled", u"iMpColumnWidthRatio", u"colMpBar", u"colMpBarBk", u"colMpBarFrame"},
-    {u"bStBarEnabled", u"iStColumnWidthRatio", u"colStBar", u"colStBarBk", u"colStBarFrame"},
-};
-constexpr Colour kDefaultBarColours[kPetBarCount] = {MakeColour(255, 255, 255), MakeColour(255, 155, 155),
-                                                     MakeColour(0, 0, 255), MakeColour(175, 255, 175)};
-
-bool Has(const KcsvFile& table, const char16_t* name) { return table.OptionIndex(name) >= 0; }
-
-int IntOption(const KcsvFile& table, const char16_t* name, int fallback) {
-    return Has(table, name) ? ReadInt(table.OptionValue(name)) : fallback;
-}
-
-Colour ColourOption(const KcsvFile& table, const char16_t* name, Colour fallback) {
-    return ParseColour(table.OptionValue(name), fallback);
-}
+const TableSchema& Schema() { return SchemaOf(names::kFile); }
 
 std::u16string Decimal(int value) {
     const std::string digits = std::to_string(value);
@@ -47,37 +18,37 @@ std::u16string Decimal(int value) {
 
 }  // namespace
 
-PetListLook::PetListLook() {
-    for (int i = 0; i < kPetBarCount; ++i) bars[static_cast<std::size_t>(i)].bar = kDefaultBarColours[i];
-}
-
 PetListLook PetListLook::Read(const KcsvFile& table) {
+    const TableSchema& schema = Schema();
     PetListLook look;
-    look.text = ColourOption(table, kTextColour, look.text);
-    look.background = ColourOption(table, kBackground, look.background);
+    look.text = schema.OptionColour(table, names::kTextColour);
+    look.background = schema.OptionColour(table, names::kBackColour);
     for (std::size_t i = 0; i < look.bars.size(); ++i) {
-        const BarOptions& names = kBarOptions[i];
         PetBarLook& bar = look.bars[i];
-        bar.drawn = IntOption(table, names.drawn, 1) != 0;
-        bar.ratio = ClampBarRatio(IntOption(table, names.ratio, 1));
-        bar.bar = ColourOption(table, names.bar, bar.bar);
-        bar.background = ColourOption(table, names.background, bar.background);
-        bar.frame = ColourOption(table, names.frame, bar.frame);
+        bar.drawn = schema.OptionNumber(table, names::kBarEnabled[i]) != 0;
+        bar.ratio = schema.OptionNumber(table, names::kBarRatio[i]);
+        bar.bar = schema.OptionColour(table, names::kBarColour[i]);
+        bar.background = schema.OptionColour(table, names::kBarBackColour[i]);
+        bar.frame = schema.OptionColour(table, names::kBarFrameColour[i]);
     }
     return look;
 }
 
+int PetListLook::RatioOf(int bar, std::u16string_view text) {
+    return Schema().Option(names::kBarRatio[static_cast<std::size_t>(bar)]).value.NumberOf(text);
+}
+
 void PetListLook::Write(KcsvFile& table) const {
-    table.SetOption(kTextColour, FormatColour(text));
-    table.SetOption(kBackground, FormatColour(background));
+    table.SetOption(names::kTextColour, FormatColour(text));
+    table.SetOption(names::kBackColour, FormatColour(background));
     for (std::size_t i = 0; i < bars.size(); ++i) {
-        table.SetOption(kBarOptions[i].drawn, Decimal(bars[i].drawn ? 1 : 0));
-        table.SetOption(kBarOptions[i].ratio, Decimal(ClampBarRatio(bars[i].ratio)));
+        table.SetOption(names::kBarEnabled[i], Decimal(bars[i].drawn ? 1 : 0));
+        table.SetOption(names::kBarRatio[i], Decimal(bars[i].ratio));
     }
     for (std::size_t i = 0; i < bars.size(); ++i) {
-        table.SetOption(kBarOptions[i].bar, FormatColour(bars[i].bar));
-        table.SetOption(kBarOptions[i].background, FormatColour(bars[i].background));
-        table.SetOption(kBarOptions[i].frame, FormatColour(bars[i].frame));
+        table.SetOption(names::kBarColour[i], FormatColour(bars[i].bar));
+        table.SetOption(names::kBarBackColour[i], FormatColour(bars[i].background));
+        table.SetOption(names::kBarFrameColour[i], FormatColour(bars[i].frame));
     }
 }
 
@@ -88,18 +59,19 @@ std::array<int, kPetBarCount> PetListLook::Ratios() const {
 }
 
 PetPanelOptions PetPanelOptions::Read(const KcsvFile& table) {
+    const TableSchema& schema = Schema();
     PetPanelOptions options;
-    options.filterIndex = IntOption(table, kFilterIndex, options.filterIndex);
-    options.autoAdjust = IntOption(table, kAutoAdjust, 1) != 0;
+    options.filterIndex = schema.OptionNumber(table, names::kFilterIndex);
+    options.autoAdjust = schema.OptionNumber(table, names::kAutoAdjustColumn) != 0;
     for (std::size_t i = 0; i < options.widths.size(); ++i)
-        options.widths[i] = IntOption(table, kWidthOptions[i], options.widths[i]);
+        options.widths[i] = schema.OptionNumber(table, names::kColumnWidth[i]);
     return options;
 }
 
 void PetPanelOptions::Write(KcsvFile& table) const {
-    table.SetOption(kAutoAdjust, Decimal(autoAdjust ? 1 : 0));
-    table.SetOption(kFilterIndex, Decimal(filterIndex));
-    for (std::size_t i = 0; i < widths.size(); ++i) table.SetOption(kWidthOptions[i], Decimal(widths[i]));
+    table.SetOption(names::kAutoAdjustColumn, Decimal(autoAdjust ? 1 : 0));
+    table.SetOption(names::kFilterIndex, Decimal(filterIndex));
+    for (std::size_t i = 0; i < widths.size(); ++i) table.SetOption(names::kColumnWidth[i], Decimal(widths[i]));
 }
 
 }  // namespace vrl

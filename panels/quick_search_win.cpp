@@ -37,8 +37,7 @@ CQuickSearchDlg::~CQuickSearchDlg() {
 
 HWND CQuickSearchDlg::Create() {
     static DialogTemplate t;
-    if (!t.IsCreated()) BuildTemplate(t);
-    return CreateIndirect(t);
+    return CreateIndirect(BuiltOnce(t, BuildTemplate));
 }
 
 bool CQuickSearchDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
@@ -58,9 +57,7 @@ bool CQuickSearchDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp,
         result = OnDrawItem(reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
         return result != 0;
     case WM_COMMAND:
-        if (LOWORD(wp) != IDOK && LOWORD(wp) != IDCANCEL) return false;
-        Show(SW_HIDE);  // the word stays in the box
-        return true;
+        return HideOnOkOrCancel(wp);  // the word stays in the box
     }
     return false;
 }

@@ -3,6 +3,7 @@
 # installed inside it, and runs VrlBoot.exe under Wine on a headless X server while a driver walks
 # through the player's views. Screenshots land in screenshots/.
 # VRL_SKIP_BUILD=1 uses the build that is there (VRL_BUILD_DIR, default build/) without installing.
+# VRL_DEMO_DPI=144 runs the views at that many pixels per inch (screenshots named "-144dpi").
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
@@ -15,14 +16,19 @@ bin=$out/win64/bin
 demo=$out/demo
 shots=$root/screenshots
 rm -rf "$demo" "$shots"
-mkdir -p "$demo/Morva/Vorrel" "$demo/Morva/user/sound" "$demo/Morva/sound" "$demo/handshake" "$shots"
+mkdir -p "$demo/Morva/Vorrel" "$demo/Morva/user/sound" "$demo/Morva/user/music" "$demo/Morva/sound" "$demo/handshake" "$shots"
 cp "$bin/DemoGame.exe" "$demo/Morva/"
 cp "$bin/VrlBoot.exe" "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
 cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/dev/null || true
 cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/PetInfo.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
 python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
+cp "$root/scripts/demo/BGMEx.kcsv" "$demo/Morva/Vorrel/"
+printf 'RIFF\0\0\0\0sfbk' >"$demo/Morva/Vorrel/demo.sf2"
+for music in town field night raid; do python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/music/$music.wav"; done
 
-source scripts/wine-session.sh
+dpi=${VRL_DEMO_DPI:-96}
+[[ $dpi == 96 ]] && dpi_tag= || dpi_tag=-${dpi}dpi
+VRL_WINE_DPI=$dpi source scripts/wine-session.sh
 win() { /usr/lib/wine/wine64 winepath -w "$1" 2>/dev/null; }
 game_exe=$(win "$demo/Morva/DemoGame.exe")
 status=0
@@ -34,7 +40,7 @@ for language in en ja; do
   driver=$!
   while kill -0 "$driver" 2>/dev/null; do
     if [[ -f $demo/handshake/request ]]; then
-      name=$language-$(cat "$demo/handshake/request")
+      name=$language-$(cat "$demo/handshake/request")$dpi_tag
       sleep 0.3
       import -window root "$shots/$name.png"
       echo "screenshot: screenshots/$name.png"

@@ -2,6 +2,7 @@
 # so that every Windows program started afterwards costs milliseconds instead of a second.
 # Everything it starts is ended when the sourcing shell exits.
 #   VRL_WINEPREFIX  prefix folder (default: build/wineprefix)
+#   VRL_WINE_DPI    pixels per logical inch of the session's screen (default: 96)
 _vrl_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEPREFIX=${VRL_WINEPREFIX:-$_vrl_root/build/wineprefix}
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
@@ -52,6 +53,8 @@ if ! /usr/lib/wine/wine64 reg query 'HKCU\Software\Wine\Explorer' /v Desktop >/d
       /v "$face" /t REG_MULTI_SZ /d 'ipagp.ttf,IPAPGothic' /f >/dev/null 2>&1
   done
 fi
+# Every session states its resolution: the prefix keeps whatever an earlier one set.
+/usr/lib/wine/wine64 reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${VRL_WINE_DPI:-96}" /f >/dev/null 2>&1
 # Start afresh, so that nothing of the set-up is still closing when the session begins: the
 # desktop process ends a few seconds after the last program with a window has gone, and a program
 # started while it goes away is handed a desktop that no longer exists (it dies of an X error, or

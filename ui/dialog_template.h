@@ -106,6 +106,13 @@ private:
     DialogFont font_;
 };
 
+// The template in `slot`, built by `build` on first use: each window builds its template once, at
+// its first creation, in the language in force then.
+inline const DialogTemplate& BuiltOnce(DialogTemplate& slot, void (*build)(DialogTemplate&)) {
+    if (!slot.IsCreated()) build(slot);
+    return slot;
+}
+
 // Block size for a piece of `size` bytes: rounded down to a multiple of 1024, plus 1024.
 constexpr std::size_t TemplateBlockStep(std::size_t size) { return size / 1024 * 1024 + 1024; }
 

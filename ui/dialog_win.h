@@ -20,6 +20,14 @@ public:
     void EndDialog(INT_PTR result) const { ::EndDialog(m_hWnd, result); }
 
 protected:
+    // A modeless panel's OK and Cancel (the close box, Alt+F4) only hide it: true when `wp` of a
+    // WM_COMMAND was one of them and the panel is now hidden.
+    bool HideOnOkOrCancel(WPARAM wp) const {
+        if (LOWORD(wp) != IDOK && LOWORD(wp) != IDCANCEL) return false;
+        Show(SW_HIDE);
+        return true;
+    }
+
     // From the next message on, `msg` goes to ProcessWindowMessage straight from the window
     // procedure, ahead of the dialog manager, and its result is the answer. For a message that
     // another program sends often and waits for (a line of the game's log): under Wine the dialog

@@ -18,28 +18,18 @@
 #include <vector>
 
 #include "app/app_state_win.h"
+#include "bench/common/round_trip_win.h"
 #include "log/log_window_win.h"
 
 namespace {
 
+using vrlbench::CreateNullReceiver;
+using vrlbench::Mean;
+using vrlbench::Median;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kSideBySideLines = 2000;
 constexpr int kGrowthLines = 100000;
-
-LRESULT CALLBACK NullReceiver(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_COPYDATA) return 1;
-    return ::DefWindowProcW(hwnd, msg, wp, lp);
-}
-
-HWND CreateNullReceiver() {
-    WNDCLASSW cls{};
-    cls.lpfnWndProc = NullReceiver;
-    cls.hInstance = ::GetModuleHandleW(nullptr);
-    cls.lpszClassName = L"VrlBenchNullReceiver";
-    ::RegisterClassW(&cls);
-    return ::CreateWindowExW(0, cls.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, cls.hInstance, nullptr);
-}
 
 // 50 substring rules and 50 expressions, most of which never match; a few pick lines in colour.
 std::string RulesTable() {
@@ -69,17 +59,6 @@ double SendLine(HWND target, const std::string& line) {
 
 // Returns once the window's thread has handled everything sent to it before.
 void WaitUntilIdle(HWND window) { ::SendMessageW(window, WM_NULL, 0, 0); }
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-double Mean(const std::vector<double>& values) {
-    double sum = 0;
-    for (double v : values) sum += v;
-    return sum / static_cast<double>(values.size());
-}
 
 void Measure(HWND logWindow, HWND nullReceiver, DWORD uiThread, int growthLines) {
     std::vector<double> toLog, toNull;

@@ -63,6 +63,7 @@ int wmain(int argc, wchar_t** argv) {
     const wchar_t* fullLogTitle = japanese ? L"全ログ - Vorrel" : L"Full Log - Vorrel";
     const wchar_t* extractedTitle = japanese ? L"抽出ログ - Vorrel" : L"Extracted Log - Vorrel";
     const wchar_t* aboutTitle = japanese ? L"Vorrelのバージョン情報" : L"About Vorrel";
+    const wchar_t* musicTitle = japanese ? L"音楽コントロールパネル" : L"Music Control Panel";
 
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -113,6 +114,15 @@ int wmain(int argc, wchar_t** argv) {
         Shot("pet-colours");
         if (colours) PostMessageW(colours, WM_COMMAND, IDCANCEL, 0);
         Sleep(300);
+    }
+
+    if (HWND music = WaitFor(L"#32770", musicTitle, 2000)) {
+        PostMessageW(frame, WM_COMMAND, 34100, 0);  // the tray item: the panel in front
+        RECT box{};
+        GetWindowRect(music, &box);
+        SetWindowPos(music, HWND_TOP, 1280 - (box.right - box.left), 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+        Sleep(500);
+        Shot("music-panel");
     }
 
     // The item the module sent, beside the game; the quick search bar below it with its list open.

@@ -87,6 +87,8 @@ struct MessageBoxSeen {
 MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms);
 // A visible top-level window of the process (of that class, when given), or null.
 HWND VisibleWindowOf(DWORD processId, const wchar_t* className = nullptr);
+// Whether the notification area holds the companion's icon (on `frame`, which may be gone).
+bool TrayIconShown(HWND frame);
 // Presses a message box button (IDOK, IDYES, IDNO...).
 void Press(HWND box, int buttonId);
 
@@ -105,6 +107,8 @@ bool WaitUntil(Predicate predicate, DWORD ms) {
 std::string WindowText(HWND window);
 // Each row of a list view, columns 0 to `columns` - 1 (through memory in the list's process).
 std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns);
+// A cell's rectangle on the screen (LVIR_BOUNDS, or LVIR_ICON for the picture of column 0).
+RECT ListViewCellRect(HWND list, int row, int column, LONG part);
 // The entries of a combo box's drop-down list, in list order.
 std::vector<std::string> ComboBoxEntries(HWND combo);
 // The colour of a pixel of the screen, as 0x00BBGGRR.

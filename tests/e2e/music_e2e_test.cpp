@@ -24,6 +24,7 @@ constexpr int kPlayingFile = 1000, kFileVolume = 1001, kFileVolumeValue = 1002, 
 
 const char kRules[] =
     "#format,kcsv\r\n"
+    "#option,SoundFont:nofont.sf2\r\n"
     "#column,orgfile,month,day,hour,playlist\r\n"
     "bgm01.mid:5,,,,loop.ogg\r\n"
     "bgm01.mid,,,Morning,town.wav\r\n"
@@ -162,6 +163,7 @@ TEST(MusicPanel, RequestsPlayTheChosenFileWithItsLoopAndVolume) {
     EXPECT_EQ(music.Text(kPlayingFile), e2e::Utf8(music.loopOgg));
     EXPECT_EQ(music.Text(kError), "BASS_OK (48 kHz)");
     EXPECT_EQ(music.Text(kFileVolumeValue), "60");
+    EXPECT_EQ(music.Text(kSoundFont), "Failed to change soundfont.");
 
     const auto trace = music.Trace();
     const auto plugins = Calls(trace, "BASS_PluginLoad");
@@ -200,6 +202,14 @@ TEST(MusicPanel, RequestsPlayTheChosenFileWithItsLoopAndVolume) {
     COPYDATASTRUCT nothing{1, 100, nullptr};
     EXPECT_EQ(::SendMessageW(music.panel, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&nothing)), 1);
     EXPECT_TRUE(::IsWindow(music.panel));
+
+    // The settings editor changed the rules and set the reload bit: the next request reads them.
+    music.install.WriteProgramFile(L"BGMEx.kcsv", "#format,kcsv\r\n#column,orgfile,playlist\r\nbgm02.mid,town.wav\r\n");
+    HWND frame = e2e::WaitForFrame(1000);
+    ::SetWindowLongW(frame, 8, 0x4 | 0x2);
+    EXPECT_EQ(music.Request(1, Record(L"bgm02.mid", 4, 1, 9, 0, 1)), 1);
+    EXPECT_EQ(Candidates(music.panel), std::vector<std::string>{"town.wav:100"});
+    EXPECT_EQ(::GetWindowLongW(frame, 8), 0x2) << "only the music bit is cleared";
 }
 
 TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {

@@ -77,6 +77,14 @@ TEST(QuickSearch, SortedWordsTheModulesWordReloadCloseAndHotkey) {
     EXPECT_EQ(::GetWindowLongW(s.frame, kSlotReloadFlags), 0x2);
     EXPECT_EQ(e2e::WindowText(s.box), "dragon") << "a reload leaves the word alone";
 
+    // Enter and Escape in the word field leave the bar alone.
+    HWND field = ::GetWindow(s.box, GW_CHILD);
+    for (WPARAM key : {VK_RETURN, VK_ESCAPE}) {
+        ::PostMessageW(field, WM_KEYDOWN, key, 0);
+        ::PostMessageW(field, WM_KEYUP, key, 0xC0000001);
+    }
+    EXPECT_FALSE(e2e::WaitUntil([&] { return !::IsWindowVisible(s.bar); }, 500));
+
     ::SendMessageW(::GetDlgItem(s.bar, IDOK), BM_CLICK, 0, 0);
     EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(s.bar); }, 5000));
     EXPECT_EQ(e2e::WindowText(s.box), "dragon") << "Close keeps the word";

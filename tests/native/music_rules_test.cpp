@@ -1,4 +1,5 @@
 #include "music/music_rules.h"
+#include "music/music_try.h"
 #include "music/stream_tags.h"
 #include "music/volume_table.h"
 
@@ -178,6 +179,23 @@ TEST(MusicRulesTest, TheOptionsOfTheRuleTable) {
     const auto rules = MusicRulesOf(Table(u"#column,playlist\r\nx.ogg\r\n"));
     ASSERT_EQ(rules.size(), 1u);
     EXPECT_EQ(rules[0].orgfile, u"//");
+}
+
+TEST(MusicRulesTest, TheTryReportTellsWhatThePanelWouldDo) {
+    GameFolders folders;
+    ASSERT_TRUE(DeriveGameFolders(u"C:\\Morva\\Vorrel", &folders));
+    const KcsvFile rules = Table(u"#column,orgfile,hour,playlist\r\nbgm01.mid,Noon,a.ogg/b.ogg\r\nmcVrlRaid,,\r\n");
+    const KcsvFile volumes = Table(u"#column,File,Volume\r\nC:\\Morva\\user\\music\\a.ogg,70\r\n");
+    const FileExists exists = [](const std::u16string& p) { return p == u"C:\\Morva\\user\\music\\a.ogg"; };
+    MusicRequest request;
+    request.path = u"bgm01.mid";
+    request.hour = 13;
+    const std::string report = MusicTryReport(rules, volumes, request, folders, exists);
+    EXPECT_NE(report.find("second pass (name only): rule 1 matched"), std::string::npos) << report;
+    EXPECT_NE(report.find("a.ogg -> C:\\Morva\\user\\music\\a.ogg  volume 70"), std::string::npos) << report;
+    EXPECT_NE(report.find("b.ogg -> C:\\Morva\\sound\\b.ogg  NOT FOUND"), std::string::npos) << report;
+    request.path = u"mcVrlBabyRaid";  // its general rule has an empty playlist: nothing changes
+    EXPECT_NE(MusicTryReport(rules, volumes, request, folders, exists).find("goes on"), std::string::npos);
 }
 
 TEST(VolumeTableTest, ReadingClampsAndKeepsTheFirstOrder) {

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <richedit.h>
 
-#include <algorithm>
 #include <string>
 
 #include "tests/common/alerts_support_win.h"
@@ -21,7 +20,7 @@ constexpr vrl::Colour kGreen = 0x00C000;   // #00c000
 
 const char kRules[] =
     "#format,kcsv\r\n"
-    "#option,bkcolor:#000000\r\n"
+    "#option,bkcolor:#000000,FontFace:Courier New,FontSize:12,FontBold:1,FontItalic:1\r\n"
     "#column,keyword,exact,regex,talk,sound,volume,color\r\n"
     "ally,,,,,,#ff8000\r\n"
     "ally joined,,,,,,#00c000\r\n"
@@ -88,6 +87,14 @@ protected:
         return format.crTextColor;
     }
 
+    // What a view draws new text with.
+    static CHARFORMAT2W DefaultFormat(HWND view) {
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof format;
+        SendMessageW(view, EM_GETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+        return format;
+    }
+
     static std::wstring Title(HWND window) {
         wchar_t title[64] = {};
         GetWindowTextW(window, title, 64);
@@ -118,6 +125,17 @@ TEST_F(LogWindow, EveryLineGoesToTheFullLogInWhiteAndTheFirstMatchingRuleColours
     EXPECT_EQ(ColourOf(extracted_, L"You feel better."), kGreen);
 }
 
+TEST_F(LogWindow, BothViewsTakeTheLogFontAndGrowPastTheControlsDefaultLimit) {
+    Open();
+    for (HWND view : {full_, extracted_}) {
+        const CHARFORMAT2W format = DefaultFormat(view);
+        EXPECT_STREQ(format.szFaceName, L"Courier New");
+        EXPECT_EQ(format.yHeight, 12 * 20) << "twips";
+        EXPECT_EQ(format.dwEffects & (CFE_BOLD | CFE_ITALIC), static_cast<DWORD>(CFE_BOLD | CFE_ITALIC));
+        EXPECT_EQ(SendMessageW(view, EM_GETLIMITTEXT, 0, 0), 0x7FFFFFFF);
+    }
+}
+
 TEST_F(LogWindow, NoticesGoToBothViewsWithoutTheirMarkInTheColourThatReadsOnTheBackground) {
     Open();
     Send("!Saved. ally");
@@ -138,6 +156,9 @@ TEST_F(LogWindow, WithoutTheFullLogOnlyNoticesReachItsViewAndClearingPageZeroDoe
     Send("!notice");
     EXPECT_EQ(Text(full_), L"notice\r");
     EXPECT_EQ(Text(extracted_), L"ally here\rnotice\r");
+    EXPECT_STRNE(DefaultFormat(full_).szFaceName, L"Courier New") << "the full-log view keeps its own font";
+    EXPECT_STREQ(DefaultFormat(extracted_).szFaceName, L"Courier New");
+    EXPECT_EQ(SendMessageW(full_, EM_GETLIMITTEXT, 0, 0), 0x7FFFFFFF) << "notices still grow it";
 
     log_.ClearCurrentPage();  // page 0 is selected
     EXPECT_EQ(Text(full_), L"notice\r");
@@ -218,20 +239,21 @@ TEST_F(LogWindow, ClosingEitherWindowOnlyHidesItAndLinesStillArrive) {
     EXPECT_EQ(Text(extracted_), L"ally hidden\r");
 }
 
-TEST_F(LogWindow, AnyPayloadIsTakenAsALineOfAtMostTheLimit) {
+TEST_F(LogWindow, SpeechWithoutItsProgramStaysOffUntilALoadFindsIt) {
+    vrltest::WriteFileBytes(folder_ / L"LogEx.kcsv",
+                            "#format,kcsv\r\n#option,EnableRemoteTalk:1\r\n#column,keyword,talk,color\r\nsay,1,#ff0000\r\n");
     Open();
-    std::string huge(1024 * 1024, 'x');
-    Send(huge);
-    std::string bytes("ab\0cd", 5);  // the text ends at the first NUL
-    Send(bytes);
-    Send(std::string("\x81\xff\x82", 3));  // not valid in every code page
-    Send("");
-
-    const std::wstring text = Text(full_);
-    const size_t firstBreak = text.find(L'\r');
-    EXPECT_EQ(firstBreak, vrl::kLogTextLimit);
-    EXPECT_EQ(text.substr(firstBreak + 1, 3), L"ab\r");
-    EXPECT_EQ(std::count(text.begin(), text.end(), L'\r'), 4);
+    Send("say one");
+    ASSERT_TRUE(vrltest::CopyStandIn(L"simtalk", L"RemoteTalk.exe", folder_.Path()));
+    Send("say two");  // the program counts from the next load on
+    log_.LoadLogRules();
+    Send("say three");
+    EXPECT_EQ(Text(extracted_), L"say one\rsay two\rsay three\r");
+    std::vector<std::string> talks;
+    for (int i = 0; i < 100 && talks.empty(); ++i, Sleep(50)) talks = vrltest::ReadLines(folder_ / L"RemoteTalk.log");
+    Sleep(200);
+    EXPECT_EQ(vrltest::ReadLines(folder_ / L"RemoteTalk.log"),
+              std::vector<std::string>{"RemoteTalk hidden=1 show=0 cmdline= /Talk \"say three\""});
 }
 
 }  // namespace
