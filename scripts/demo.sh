@@ -17,6 +17,7 @@ demo=$out/demo
 shots=$root/screenshots
 rm -rf "$demo" "$shots"
 mkdir -p "$demo/Morva/Vorrel" "$demo/Morva/user/sound" "$demo/Morva/user/music" "$demo/Morva/sound" "$demo/handshake" "$shots"
+mkdir -p "$demo/Morva/save/hero" && cp "$root/scripts/demo/Vrl_EquipSet.ini" "$demo/Morva/save/hero/"
 cp "$bin/DemoGame.exe" "$demo/Morva/"
 cp "$bin/VrlBoot.exe" "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
 cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/dev/null || true
@@ -25,6 +26,8 @@ python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 cp "$root/scripts/demo/BGMEx.kcsv" "$demo/Morva/Vorrel/"
 printf 'RIFF\0\0\0\0sfbk' >"$demo/Morva/Vorrel/demo.sf2"
 for music in town field night raid; do python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/music/$music.wav"; done
+mkdir -p "$demo/Morva/Vorrel/screenshot" "$demo/Morva/Vorrel/save.bak"
+cp "$demo/Morva/user/sound/alert.wav" "$demo/Morva/sound/pray1.wav"
 
 dpi=${VRL_DEMO_DPI:-96}
 [[ $dpi == 96 ]] && dpi_tag= || dpi_tag=-${dpi}dpi
@@ -34,7 +37,7 @@ game_exe=$(win "$demo/Morva/DemoGame.exe")
 status=0
 for language in en ja; do
   lang_index=0; [[ $language == ja ]] && lang_index=1
-  printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=%s\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\n' \
+  printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=%s\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\nenEquipSet=1\r\nenTreasureMap=1\r\n' \
     "$game_exe" "$lang_index" > "$demo/Morva/Vorrel/Vrl.ini"
   /usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" "$language" &
   driver=$!

@@ -1,8 +1,8 @@
 #include "e2e_support.h"
 
 #include <commctrl.h>
-#include <gtest/gtest.h>
 #include <shellapi.h>
+#include <gtest/gtest.h>
 #include <tlhelp32.h>
 
 #include <stdexcept>
