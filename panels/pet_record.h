@@ -8,12 +8,13 @@
 #include <cstdint>
 #include <string>
 
+#include "settings/table_schema.h"
 #include "ui/lang_text.h"
 
 namespace vrl {
 
 // The options of the pet list and its colours.
-inline constexpr const char16_t* kPetInfoFile = u"PetInfo.kcsv";
+inline constexpr const char16_t* kPetInfoFile = tables::petinfo::kFile.data();
 
 // One pet slot on the wire: 112 bytes, little-endian, packed.
 struct PetRecord {
