@@ -104,6 +104,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
     app.frame = game_link::FindFrame();
     CreateStatusStatics();
+    screenshots_.SetOwner(m_hWnd);
     RegisterHotkeys();
     CreateCompanionWindows();
 
@@ -188,7 +189,8 @@ void CMainFrame::CreateCompanionWindows() {
         musicPanel_.Show(SW_SHOW);
         RegisterCtrlAltHotkey(kCmdShowMusicPanel, 'M');
     }
-    // The treasure map and the equip sets come here.
+    if (settings.enTreasureMap) treasureMap_.Create();
+    if (settings.enEquipSet) equipSet_.Create();
     if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
@@ -205,6 +207,28 @@ void CMainFrame::DestroyCompanionWindows() {
         musicPanel_.SaveVolumeTable();
         musicPanel_.Destroy();
     }
+    treasureMap_.Destroy();
+    equipSet_.Destroy();
+}
+
+std::vector<PlaceableWindow> CMainFrame::PlaceableWindows() {
+    using Restore = PlaceableWindow::Restore;
+    using namespace placement;
+    return {
+        {kGameId, [] { return App().gameWindow; }, Restore::MoveOnly, AtScreenOrigin()},
+        {kFullLogId, [this] { return logWindow_.Handle(); }, Restore::FullPlacement,
+         AboveWorkArea(0, 360, 640, 360)},
+        {kExtractedLogId, [this] { return logWindow_.Child().Handle(); }, Restore::FullPlacement,
+         AboveWorkArea(640, 360, 640, 360)},
+        {kMusicPanelId, [this] { return musicPanel_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-276, -222, 0, 0})},
+        {kQuickSearchId, [this] { return quickSearch_.Handle(); }, Restore::MoveAndShow,
+         AboveWorkArea(0, 390, 541, 30)},
+        {kPetPanelId, [this] { return petPanel_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-520, 0, 0, 400})},
+        {kItemPanelId, [this] { return itemInfo_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-700, 0, -520, 240})},
+    };
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -299,6 +323,7 @@ void CMainFrame::OnDestroy() {
         loop->RemoveIdleHandler(this);
     }
     DestroyCompanionWindows();
+    screenshots_.ReleaseSound();
     tray_.Remove();
     if (richEdit_) {
         ::FreeLibrary(richEdit_);
@@ -308,7 +333,9 @@ void CMainFrame::OnDestroy() {
 
 void CMainFrame::OnHotKey(int id) {
     switch (id) {
-    case kCmdScreenshotFirst:  // screenshot with the configured range
+    case kCmdScreenshotFirst:  // the hotkey's range is the configured one, not the tray's auto-detect
+        screenshots_.TakeRange(App().settings.iScreenshotRange);
+        break;
     case kCmdShowMusicPanel:
     case kCmdShowQuickSearch:
         OnCommand(static_cast<WORD>(id), 0);
@@ -350,8 +377,14 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
     case kCmdShowVstEditor:
         return;  // their windows are not built yet
     }
-    if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) return;
-    if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) return;
+    if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) {
+        screenshots_.TakeRange(id - kCmdScreenshotFirst);
+        return;
+    }
+    if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) {
+        placement_.OnCommand(id);
+        return;
+    }
     // Any other id is not ours: ignored.
 }
 
@@ -368,6 +401,11 @@ void CMainFrame::OnClearLogRequest(WPARAM which) {
     if (which == 1) logWindow_.ClearExtractedView();
 }
 
-void CMainFrame::OnOpenEquipSetRequest() {}
+void CMainFrame::OnOpenEquipSetRequest() {
+    if (!equipSet_.IsWindow() || !equipSet_.LoadSetNames()) return;
+    equipSet_.SwitchMode(equip_set::Mode::kMenu);
+    equipSet_.ShowInFront();
+    ::SetForegroundWindow(equipSet_.Handle());
+}
 
 }  // namespace vrl

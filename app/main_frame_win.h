@@ -13,6 +13,10 @@
 #include "panels/quick_search_win.h"
 #include "panels/pet_extender_dlg_win.h"
 #include "music/music_player_dlg_win.h"
+#include "panels/equip_set_win.h"
+#include "panels/treasure_map_win.h"
+#include "tools/screenshot_win.h"
+#include "tools/window_placement_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -56,6 +60,8 @@ private:
     void RegisterCtrlAltHotkey(int id, UINT key) const;
     void CreateCompanionWindows();
     void DestroyCompanionWindows();
+    // The windows that placement saves, restores and resets, in the order of its file.
+    std::vector<PlaceableWindow> PlaceableWindows();
     // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.
     void ShowLog(int page);
     HWND FindGameWindow() const;
@@ -64,11 +70,15 @@ private:
 
     TrayIcon tray_;
     CLogExtenderDlg logWindow_;
+    ScreenshotTaker screenshots_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
     CQuickSearchDlg quickSearch_;
     CItemInfoDlg itemInfo_;
     CPetExtenderDlg petPanel_;
     CMusicPlayerDlg musicPanel_;
+    CTreasureMapDlg treasureMap_;
+    CEquipSetDlg equipSet_;
+    WindowPlacement placement_{PlaceableWindows(), &logWindow_};  // after the windows it places
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;

@@ -123,6 +123,11 @@ void LogRuleSet::Load(const KcsvFile& table) {
 }
 
 LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text) const {
+    std::size_t stepsLeft = RuleRegex::kStepBudget;
+    return Test(index, text, stepsLeft);
+}
+
+LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text, std::size_t& stepsLeft) const {
     const LogRule& rule = rules_[index];
     if (!rule.regex) {
         const bool match = rule.exact ? text == rule.keyword : text.find(rule.keyword) != std::u16string_view::npos;
@@ -130,7 +135,13 @@ LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text
     }
     const std::optional<RuleRegex>& re = compiled_[index];
     if (!re) return Outcome::BadExpression;
-    switch (rule.exact ? re->FullMatch(text) : re->Search(text)) {
+    if (stepsLeft == 0) return Outcome::TooComplex;
+    const std::size_t budget = stepsLeft < RuleRegex::kStepBudget ? stepsLeft : RuleRegex::kStepBudget;
+    std::size_t spent = 0;
+    const RuleRegex::Result result =
+        rule.exact ? re->FullMatch(text, nullptr, budget, &spent) : re->Search(text, nullptr, budget, &spent);
+    stepsLeft -= spent < stepsLeft ? spent : stepsLeft;
+    switch (result) {
         case RuleRegex::Result::Match: return Outcome::Match;
         case RuleRegex::Result::TooComplex: return Outcome::TooComplex;
         case RuleRegex::Result::NoMatch: break;
@@ -139,8 +150,9 @@ LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text
 }
 
 std::optional<std::size_t> LogRuleSet::FirstMatch(std::u16string_view text) const {
+    std::size_t stepsLeft = kLineStepBudget;
     for (std::size_t i = 0; i < rules_.size(); ++i) {
-        if (Matches(i, text)) return i;
+        if (Test(i, text, stepsLeft) == Outcome::Match) return i;
     }
     return std::nullopt;
 }

@@ -75,8 +75,13 @@ public:
     void Load(const KcsvFile& table);
 
     const std::vector<LogRule>& Rules() const { return rules_; }
+    // Steps all the rules' expressions together may take on one line (some 20 to 50 ms), so
+    // the game is not kept waiting however the table is written.
+    static constexpr std::size_t kLineStepBudget = RuleRegex::kStepBudget * 3 / 2;
+
     // The first rule that takes the text, if any. An expression too costly to match on this text
-    // counts as not matching and the next rule is tried.
+    // counts as not matching and the next rule is tried; once the line's steps are spent, the
+    // remaining expressions count as not matching, while plain keywords are still compared.
     std::optional<std::size_t> FirstMatch(std::u16string_view text) const;
     bool Matches(std::size_t rule, std::u16string_view text) const { return Test(rule, text) == Outcome::Match; }
     // Why a rule does or does not take the text.
@@ -94,6 +99,9 @@ public:
     float SoundVolume(const LogRule& rule) const { return LogSoundVolume(masterVolume_, rule.volume); }
 
 private:
+    // The same, taking its steps from what the line has left.
+    Outcome Test(std::size_t rule, std::u16string_view text, std::size_t& stepsLeft) const;
+
     std::vector<LogRule> rules_;
     std::vector<std::optional<RuleRegex>> compiled_;  // one per rule; empty unless it compiled
     int masterVolume_ = 100;

@@ -11,10 +11,8 @@ namespace {
 
 constexpr std::size_t kEntryChars = 259;
 
-constexpr LangText kPeriodNames[] = {
-    {u"Midnight", u"深夜"}, {u"Dawn", u"夜明け"}, {u"Morning", u"朝"},
-    {u"Noon", u"昼"},       {u"Dusk", u"宵"},     {u"Night", u"夜"},
-};
+namespace bgm = tables::bgmex;
+constexpr const LangText (&kPeriodNames)[6] = bgm::kTimeOfDay;
 constexpr LangText kHourMark{u"h", u"時"};
 
 // The map conditions that fall back on a more general one when they have no rules of their own.
@@ -125,11 +123,11 @@ constexpr std::size_t kMonthAt = 520, kDayAt = 524, kHourAt = 528, kMapObjectAt 
 }  // namespace
 
 std::vector<MusicRule> MusicRulesOf(const KcsvFile& table) {
-    const int orgfile = table.ColumnIndex(tables::bgmex::kOrgFile);
-    const int month = table.ColumnIndex(tables::bgmex::kMonth);
-    const int day = table.ColumnIndex(tables::bgmex::kDay);
-    const int hour = table.ColumnIndex(tables::bgmex::kHour);
-    const int playlist = table.ColumnIndex(tables::bgmex::kPlaylist);
+    const int orgfile = table.ColumnIndex(bgm::kOrgFile);
+    const int month = table.ColumnIndex(bgm::kMonth);
+    const int day = table.ColumnIndex(bgm::kDay);
+    const int hour = table.ColumnIndex(bgm::kHour);
+    const int playlist = table.ColumnIndex(bgm::kPlaylist);
     auto cell = [&table](unsigned row, int column) {
         return column < 0 ? std::u16string() : table.Cell(row, static_cast<unsigned>(column), u"");
     };
@@ -142,11 +140,11 @@ std::vector<MusicRule> MusicRulesOf(const KcsvFile& table) {
     return rules;
 }
 
-std::u16string SoundFontOf(const KcsvFile& table) { return table.OptionValue(tables::bgmex::kSoundFont); }
+std::u16string SoundFontOf(const KcsvFile& table) { return table.OptionValue(bgm::kSoundFont); }
 
 int MidiDeviceCodeOf(const KcsvFile& table) {
-    if (table.OptionIndex(tables::bgmex::kDevice) < 0) return 1;
-    switch (ReadInt(table.OptionValue(tables::bgmex::kDevice))) {
+    if (table.OptionIndex(bgm::kDevice) < 0) return 1;
+    switch (ReadInt(table.OptionValue(bgm::kDevice))) {
     case 0: return 1;
     case 1: return 2;
     case 2: return 3;

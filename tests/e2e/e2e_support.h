@@ -111,6 +111,8 @@ std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns);
 std::vector<std::string> ComboBoxEntries(HWND combo);
 // The colour of a pixel of the screen, as 0x00BBGGRR.
 COLORREF ScreenPixel(int x, int y);
+// The pixels of a rectangle of the screen, row by row from the top, each as 0x00RRGGBB.
+std::vector<DWORD> ScreenPixels(const RECT& area);
 
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();

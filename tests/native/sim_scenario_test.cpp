@@ -114,6 +114,8 @@ TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
     EXPECT_EQ(Parse("waitfor fulllog").target, Target::kFullLog);
     EXPECT_EQ(Parse("waitfor map").target, Target::kTreasureMap);
     EXPECT_EQ(Parse("  closemain  ").op, Op::kCloseMain);
+    EXPECT_EQ(Parse("open36").first, -1) << "no size: the further window keeps its own";
+    EXPECT_EQ(Parse("open36 240 1200").second, 1200);
     ErrorOf("slot 8");
     ErrorOf("wait 10ms");
     ErrorOf("waitfor nothing");

@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 #include <richedit.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 
 #include "tests/common/alerts_support_win.h"
 #include "app/app_state_win.h"
@@ -180,6 +182,44 @@ TEST_F(LogWindow, ClearingOneViewLeavesTheOtherAlone) {
     SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);  // page 0
     EXPECT_EQ(Text(full_), L"");
     EXPECT_EQ(Text(extracted_), L"ally two\r");
+}
+
+// The game's thread sends lines back to back while this thread handles them: whatever it reads
+// or clears between two lines sees every line before, in its colour, as if each were inserted
+// on arrival.
+TEST_F(LogWindow, ABurstFromTheGameLooksAsLineByLineToWhateverComesBetweenItsLines) {
+    Open();
+    HWND window = log_.Handle();
+    std::wstring expected;
+    int firstWrongRead = -1;
+    std::atomic<bool> done{false};
+    std::thread game([&] {
+        for (int i = 0; i < 300; ++i) {
+            const std::string line = (i % 3 == 0 ? "ally " : i % 3 == 1 ? "You hit " : "plain ") + std::to_string(i);
+            COPYDATASTRUCT data{0, static_cast<DWORD>(line.size()), const_cast<char*>(line.c_str())};
+            SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+            expected += std::wstring(line.begin(), line.end()) + L"\r";
+            if (i == 150) {
+                SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);
+                expected.clear();
+            }
+            GETTEXTLENGTHEX length{GTL_DEFAULT, 1200};
+            const auto size = SendMessageW(full_, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0);
+            if (static_cast<size_t>(size) != expected.size() && firstWrongRead < 0) firstWrongRead = i;
+        }
+        done = true;
+    });
+    MSG msg;
+    while (!done) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+    }
+    game.join();
+    EXPECT_EQ(firstWrongRead, -1);
+    EXPECT_EQ(Text(full_), expected);
+    EXPECT_EQ(ColourOf(extracted_, L"ally 297\r"), kOrange);
+    EXPECT_EQ(ColourOf(extracted_, L"You hit 298\r"), kGreen);
+    EXPECT_EQ(Text(extracted_).find(L"plain"), std::wstring::npos);
 }
 
 TEST_F(LogWindow, DockingMovesTheExtractedViewUnderTheTabsAndUndockingBringsItBack) {
