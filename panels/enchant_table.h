@@ -15,7 +15,7 @@ namespace vrl {
 
 class KcsvFile;
 
-inline constexpr const char16_t* kEnchantTableFile = u"EnchantTable.kcsv";
+inline constexpr const char16_t* kEnchantTableFile = tables::enchant::kFile.data();
 
 using EnchantTextMap = std::map<std::int32_t, std::u16string>;
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 
+#include "settings/table_schema.h"
 #include "ui/lang_text.h"
 
 namespace vrl {

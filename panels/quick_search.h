@@ -4,14 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "settings/table_schema.h"
 #include "ui/lang_text.h"
 
 namespace vrl {
 
 class KcsvFile;
 
-inline constexpr const char16_t* kQuickSearchFile = u"QuickSearch.kcsv";
-inline constexpr const char16_t* kQuickSearchKeywordColumn = u"keyword";
+inline constexpr const char16_t* kQuickSearchFile = tables::quicksearch::kFile.data();
+inline constexpr const char16_t* kQuickSearchKeywordColumn = tables::quicksearch::kKeyword.data();
 
 namespace quick_search_texts {
 inline constexpr LangText kTitle{u"Quick Search", u"クイックサーチ"};
