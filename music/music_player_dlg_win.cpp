@@ -122,8 +122,7 @@ CMusicPlayerDlg::~CMusicPlayerDlg() { Destroy(); }
 
 HWND CMusicPlayerDlg::Create() {
     static DialogTemplate t;
-    if (!t.IsCreated()) BuildTemplate(t);
-    return CreateIndirect(t);
+    return CreateIndirect(BuiltOnce(t, BuildTemplate));
 }
 
 bool CMusicPlayerDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
@@ -330,9 +329,6 @@ void CMusicPlayerDlg::PlayMusicFile(const std::u16string& entry) {
     }
     std::u16string status;
     player_->GetErrorText(status);
-    std::u16string output;
-    player_->GetInfoText(output);
-    if (!output.empty()) status += u" (" + output + u")";
     SetField(kErrorField, status);
     playStartMs_ = ::timeGetTime();
 }
@@ -377,8 +373,7 @@ void CMusicPlayerDlg::ApplySoundFont(const std::u16string& path) {
     }
     CBassPlayer* bass = player_->GetBassPlayer();
     bass->SetVstWindows(Item(kPlayingFile), game_link::ReadWindowSlot(frame_, game_link::kSlotStatusStatic2));
-    // Without a configured soundfont there is nothing to report as failed.
-    if (bass->SetSoundFont(path) || path.empty()) {
+    if (bass->SetSoundFont(path)) {
         SetField(kSoundFontField, path);
     } else {
         SetField(kSoundFontField, music_texts::kSoundFontFailed.Get());
