@@ -93,8 +93,7 @@ LRESULT CALLBACK CVrlListBox::KeyProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp,
 
 INT_PTR CEditStringDlg::DoModal() {
     static DialogTemplate t;
-    if (!t.IsCreated()) BuildEditTemplate(t);
-    return DoModalIndirect(t, ::GetActiveWindow());
+    return DoModalIndirect(BuiltOnce(t, BuildEditTemplate), ::GetActiveWindow());
 }
 
 bool CEditStringDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM, LRESULT& result) {
@@ -130,8 +129,7 @@ bool CEditStringDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM, LRE
 
 HWND CEquipSetDlg::Create() {
     static DialogTemplate t;
-    if (!t.IsCreated()) BuildSetTemplate(t);
-    return CreateIndirect(t);
+    return CreateIndirect(BuiltOnce(t, BuildSetTemplate));
 }
 
 bool CEquipSetDlg::LoadSetNames() {

@@ -1,11 +1,11 @@
 #include "panels/pet_info_colour_dlg_win.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "panels/pet_texts.h"
 #include "ui/colour_menu_win.h"
+#include "ui/panel_win.h"
 #include "ui/panel_style.h"
 #include "ui/wide_win.h"
 
@@ -88,27 +88,6 @@ std::u16string WindowText(HWND window) {
     return U16(text);
 }
 
-// Centred on the owner, but wholly on the owner's screen: a panel at the edge of the screen must
-// not push its dialog off it.
-void CentreOn(HWND window, HWND owner) {
-    RECT box{}, area{};
-    ::GetWindowRect(window, &box);
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(owner ? owner : window, MONITOR_DEFAULTTONEAREST), &monitor);
-    if (owner) {
-        ::GetWindowRect(owner, &area);
-    } else {
-        area = monitor.rcWork;
-    }
-    const int width = box.right - box.left;
-    const int height = box.bottom - box.top;
-    const RECT& work = monitor.rcWork;
-    const int x = std::max<int>(work.left, std::min<int>((area.left + area.right - width) / 2, work.right - width));
-    const int y = std::max<int>(work.top, std::min<int>((area.top + area.bottom - height) / 2, work.bottom - height));
-    ::SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 }  // namespace
 
 void CPetInfoColorDlg::Load() {
@@ -167,7 +146,7 @@ void CPetInfoColorDlg::OnInitDialog() {
         ShowColour(RowId(bar, 5), look.background);
         ShowColour(RowId(bar, 8), look.frame);
     }
-    CentreOn(m_hWnd, ::GetWindow(m_hWnd, GW_OWNER));
+    CentreOnParent(m_hWnd);
     editsLive_ = true;
 }
 

@@ -31,8 +31,7 @@ CTreasureMapDlg::~CTreasureMapDlg() {
 
 HWND CTreasureMapDlg::Create() {
     static DialogTemplate t;
-    if (!t.IsCreated()) BuildTemplate(t);
-    return CreateIndirect(t);
+    return CreateIndirect(BuiltOnce(t, BuildTemplate));
 }
 
 bool CTreasureMapDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM, LRESULT& result) {

@@ -10,7 +10,7 @@
 #include "app/error_box_win.h"
 #include "app/game_link_win.h"
 #include "log/sound_effect_player_win.h"
-#include "tools/screen_capture_win.h"
+#include "ui/window_capture_win.h"
 #include "tools/screenshot.h"
 #include "ui/wide_win.h"
 
@@ -112,17 +112,16 @@ void ScreenshotTaker::CaptureWholeWindow(HWND game) {
 
 void ScreenshotTaker::CaptureAndSave(HDC source, const RECT& rect, int format) {
     const AppState& app = App();
-    {
-        const ScreenCapture copy(source, rect);
-        const OutputFile out =
-            screenshot::OutputFor(format == -1 ? app.settings.iScreenshotFormat : format, app.settings.iJpegQuality,
-                                  Now(), U16(app.screenshotFolder), U16(app.saveBackupFolder));
-        if (out.encoding == OutputFile::Encoding::Unknown) {
-            WarningBox(screenshot::kUnknownFormat.Get());
-        } else if (copy.Bitmap()) {
-            Encode(copy.Bitmap(), out);
-        }
+    HBITMAP copy = CopyRegion(source, rect, rect.right - rect.left, rect.bottom - rect.top);
+    const OutputFile out =
+        screenshot::OutputFor(format == -1 ? app.settings.iScreenshotFormat : format, app.settings.iJpegQuality,
+                              Now(), U16(app.screenshotFolder), U16(app.saveBackupFolder));
+    if (out.encoding == OutputFile::Encoding::Unknown) {
+        WarningBox(screenshot::kUnknownFormat.Get());
+    } else if (copy) {
+        Encode(copy, out);
     }
+    if (copy) ::DeleteObject(copy);
     PlayConfirmation();
 }
 

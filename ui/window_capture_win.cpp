@@ -2,20 +2,31 @@
 
 namespace vrl {
 
-HBITMAP CaptureClientRegion(HWND window, const RECT& region, int width, int height) {
-    HDC source = ::GetDC(window);
-    if (!source) return nullptr;
+HBITMAP CopyRegion(HDC source, const RECT& region, int width, int height) {
     HBITMAP bitmap = ::CreateCompatibleBitmap(source, width, height);
     HDC memory = ::CreateCompatibleDC(source);
     if (bitmap && memory) {
         HGDIOBJ old = ::SelectObject(memory, bitmap);
-        ::SetStretchBltMode(memory, HALFTONE);
-        ::SetBrushOrgEx(memory, 0, 0, nullptr);
-        ::StretchBlt(memory, 0, 0, width, height, source, region.left, region.top, region.right - region.left,
-                     region.bottom - region.top, SRCCOPY);
+        const int regionWidth = region.right - region.left;
+        const int regionHeight = region.bottom - region.top;
+        if (regionWidth == width && regionHeight == height) {
+            ::BitBlt(memory, 0, 0, width, height, source, region.left, region.top, SRCCOPY);
+        } else {
+            ::SetStretchBltMode(memory, HALFTONE);
+            ::SetBrushOrgEx(memory, 0, 0, nullptr);
+            ::StretchBlt(memory, 0, 0, width, height, source, region.left, region.top, regionWidth, regionHeight,
+                         SRCCOPY);
+        }
         ::SelectObject(memory, old);
     }
     if (memory) ::DeleteDC(memory);
+    return bitmap;
+}
+
+HBITMAP CaptureClientRegion(HWND window, const RECT& region, int width, int height) {
+    HDC source = ::GetDC(window);
+    if (!source) return nullptr;
+    HBITMAP bitmap = CopyRegion(source, region, width, height);
     ::ReleaseDC(window, source);
     return bitmap;
 }
