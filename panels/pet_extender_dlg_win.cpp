@@ -110,8 +110,7 @@ CPetExtenderDlg::~CPetExtenderDlg() {
 
 HWND CPetExtenderDlg::Create() {
     static DialogTemplate t;
-    if (!t.IsCreated()) BuildTemplate(t);
-    return CreateIndirect(t);
+    return CreateIndirect(BuiltOnce(t, BuildTemplate));
 }
 
 bool CPetExtenderDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
@@ -129,6 +128,10 @@ bool CPetExtenderDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp,
         OnSize(LOWORD(lp), HIWORD(lp));
         return true;
     case WM_COMMAND:
+        if (HideOnOkOrCancel(wp)) {
+            SaveOptions();
+            return true;
+        }
         OnCommand(LOWORD(wp), HIWORD(wp));
         return true;
     case WM_NOTIFY: {
@@ -237,11 +240,6 @@ void CPetExtenderDlg::AutoAdjustColumns(int listWidth) {
 
 void CPetExtenderDlg::OnCommand(int id, int code) {
     switch (id) {
-    case IDCANCEL:
-    case IDOK:
-        SaveOptions();
-        Show(SW_HIDE);
-        return;
     case kColourButtonId:
         if (code == BN_CLICKED) OnColourButton();
         return;

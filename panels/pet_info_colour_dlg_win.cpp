@@ -119,9 +119,8 @@ void CPetInfoColorDlg::Load() {
 INT_PTR CPetInfoColorDlg::DoModal() {
     Load();
     static DialogTemplate t;  // built once, in the language in force at the first run
-    if (!t.IsCreated()) BuildTemplate(t);
     editsLive_ = false;
-    return DoModalIndirect(t, ::GetActiveWindow());
+    return DoModalIndirect(BuiltOnce(t, BuildTemplate), ::GetActiveWindow());
 }
 
 Colour* CPetInfoColorDlg::ColourOf(int id) {
@@ -213,7 +212,7 @@ void CPetInfoColorDlg::OnOk() {
     for (int bar = 0; bar < kPetBarCount; ++bar) {
         PetBarLook& look = look_.bars[static_cast<std::size_t>(bar)];
         look.drawn = ::IsDlgButtonChecked(m_hWnd, RowId(bar, 0)) == BST_CHECKED;
-        look.ratio = ClampBarRatio(ReadInt(WindowText(Item(RowId(bar, 1)))));
+        look.ratio = PetListLook::RatioOf(bar, WindowText(Item(RowId(bar, 1))));
     }
     look_.Write(file_.Table());
     file_.Save();

@@ -1,16 +1,14 @@
 #include "panels/pet_options.h"
 
-#include "settings/table_schema.h"
-
 #include <string>
 
+#include "settings/table_schema.h"
 
 namespace vrl {
 namespace {
 
 namespace names = tables::petinfo;
 
-// Names, defaults and the ratio clamp come from the table schema, which the checker shares.
 const TableSchema& Schema() { return SchemaOf(names::kFile); }
 
 std::u16string Decimal(int value) {
@@ -20,13 +18,9 @@ std::u16string Decimal(int value) {
 
 }  // namespace
 
-PetListLook::PetListLook() {
-    for (std::size_t i = 0; i < bars.size(); ++i) bars[i].bar = Schema().Option(names::kBarColour[i]).value.fallbackColour;
-}
-
 PetListLook PetListLook::Read(const KcsvFile& table) {
-    PetListLook look;
     const TableSchema& schema = Schema();
+    PetListLook look;
     look.text = schema.OptionColour(table, names::kTextColour);
     look.background = schema.OptionColour(table, names::kBackColour);
     for (std::size_t i = 0; i < look.bars.size(); ++i) {
@@ -40,12 +34,16 @@ PetListLook PetListLook::Read(const KcsvFile& table) {
     return look;
 }
 
+int PetListLook::RatioOf(int bar, std::u16string_view text) {
+    return Schema().Option(names::kBarRatio[static_cast<std::size_t>(bar)]).value.NumberOf(text);
+}
+
 void PetListLook::Write(KcsvFile& table) const {
     table.SetOption(names::kTextColour, FormatColour(text));
     table.SetOption(names::kBackColour, FormatColour(background));
     for (std::size_t i = 0; i < bars.size(); ++i) {
         table.SetOption(names::kBarEnabled[i], Decimal(bars[i].drawn ? 1 : 0));
-        table.SetOption(names::kBarRatio[i], Decimal(ClampBarRatio(bars[i].ratio)));
+        table.SetOption(names::kBarRatio[i], Decimal(bars[i].ratio));
     }
     for (std::size_t i = 0; i < bars.size(); ++i) {
         table.SetOption(names::kBarColour[i], FormatColour(bars[i].bar));
@@ -61,8 +59,8 @@ std::array<int, kPetBarCount> PetListLook::Ratios() const {
 }
 
 PetPanelOptions PetPanelOptions::Read(const KcsvFile& table) {
-    PetPanelOptions options;
     const TableSchema& schema = Schema();
+    PetPanelOptions options;
     options.filterIndex = schema.OptionNumber(table, names::kFilterIndex);
     options.autoAdjust = schema.OptionNumber(table, names::kAutoAdjustColumn) != 0;
     for (std::size_t i = 0; i < options.widths.size(); ++i)

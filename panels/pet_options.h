@@ -4,6 +4,7 @@
 // its share of the free width and its three colours). Portable.
 
 #include <array>
+#include <string_view>
 
 #include "panels/pet_record.h"
 #include "settings/kcsv.h"
@@ -19,15 +20,17 @@ struct PetBarLook {
     Colour frame = 0;
 };
 
+// Defaults, names and limits of every value are PetInfo.kcsv's table knowledge (table_schema).
 struct PetListLook {
-    Colour text = MakeColour(0, 0, 0);
-    Colour background = MakeColour(255, 255, 255);
+    Colour text = 0;
+    Colour background = 0;
     std::array<PetBarLook, kPetBarCount> bars;  // XP, HP, MP, ST
 
-    PetListLook();
     // Every value from its option; a missing option, or a colour that does not read as one,
-    // keeps the default.
+    // gives the default.
     static PetListLook Read(const KcsvFile& table);
+    // A bar's ratio as typed into the colour dialog: a number brought into 0 ... 9.
+    static int RatioOf(int bar, std::u16string_view text);
     // Sets every option of the look ("%d" numbers, "#rrggbb" colours), leaving the others alone.
     void Write(KcsvFile& table) const;
     std::array<int, kPetBarCount> Ratios() const;
@@ -36,7 +39,7 @@ struct PetListLook {
 struct PetPanelOptions {
     int filterIndex = kPetFilterSameMap;
     bool autoAdjust = true;
-    std::array<int, kPetColumnCount> widths{50, 160, 80, 80, 120, 120, 120, 120};
+    std::array<int, kPetColumnCount> widths{};
 
     static PetPanelOptions Read(const KcsvFile& table);
     void Write(KcsvFile& table) const;

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "panels/pet_texts.h"
-#include "settings/table_schema.h"
 
 namespace vrl {
 namespace {
@@ -148,10 +147,6 @@ int BarFillWidth(int width, std::int32_t current, std::int32_t maximum) {
     const std::int64_t divisor = maximum == 0 ? 1 : maximum;
     const std::int64_t filled = static_cast<std::int64_t>(width) * current / divisor;
     return static_cast<int>(std::clamp<std::int64_t>(filled, 0, width));
-}
-
-int ClampBarRatio(int ratio) {
-    return ApplyRange(SchemaOf(tables::petinfo::kFile).Option(tables::petinfo::kBarRatio[0]).value.range, ratio);
 }
 
 std::array<int, kPetBarCount> SplitBarColumns(int freeWidth, const std::array<int, kPetBarCount>& ratios) {

@@ -13,9 +13,6 @@
 
 namespace vrl {
 
-// The options of the pet list and its colours.
-inline constexpr const char16_t* kPetInfoFile = tables::petinfo::kFile.data();
-
 // One pet slot on the wire: 112 bytes, little-endian, packed.
 struct PetRecord {
     static constexpr std::size_t kWireSize = 112;
@@ -85,8 +82,6 @@ BarValue PetBarValue(const PetRecord& pet, int bar);
 // stays within 0 ... width.
 int BarFillWidth(int width, std::int32_t current, std::int32_t maximum);
 
-// A bar's share of the free width as PetInfo.kcsv's table knowledge bounds it (0 ... 9).
-int ClampBarRatio(int ratio);
 // Widths of columns 4 to 7: the free width shared by the ratios (a total of 0 counts as 1).
 std::array<int, kPetBarCount> SplitBarColumns(int freeWidth, const std::array<int, kPetBarCount>& ratios);
 

@@ -6,7 +6,6 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <string>
@@ -14,6 +13,7 @@
 #include <vector>
 
 #include "app/app_state_win.h"
+#include "bench/common/round_trip_win.h"
 #include "app/game_link.h"
 #include "panels/pet_extender_dlg_win.h"
 #include "panels/pet_record.h"
@@ -23,11 +23,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr int kMessages = 2000;
-constexpr UINT kSettle = WM_APP + 1;  // to the null receiver: paint what the panel has left to paint
+constexpr UINT kSettle = WM_APP + 1;  // to the frame's stand-in: paint what the panel has left to paint
 HWND g_panel = nullptr;
 
-LRESULT CALLBACK NullReceiver(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
-    if (msg == WM_COPYDATA) return TRUE;
+// The frame's stand-in: the panel reads its reload bit from its slots on every message.
+LRESULT CALLBACK FrameStandIn(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     if (msg == kSettle) {
         ::RedrawWindow(g_panel, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         return 0;
@@ -35,14 +35,14 @@ LRESULT CALLBACK NullReceiver(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     return ::DefWindowProcW(hwnd, msg, wp, lp);
 }
 
-HWND CreateWindowOfClass(const wchar_t* name, WNDPROC proc, int extraBytes) {
+HWND CreateFrameStandIn() {
     WNDCLASSW cls{};
-    cls.lpfnWndProc = proc;
+    cls.lpfnWndProc = FrameStandIn;
     cls.hInstance = ::GetModuleHandleW(nullptr);
-    cls.lpszClassName = name;
-    cls.cbWndExtra = extraBytes;
+    cls.lpszClassName = L"VorrelUI";
+    cls.cbWndExtra = vrl::game_link::kFrameExtraBytes;
     ::RegisterClassW(&cls);
-    return ::CreateWindowExW(0, name, L"", 0, 0, 0, 0, 0, nullptr, nullptr, cls.hInstance, nullptr);
+    return ::CreateWindowExW(0, cls.lpszClassName, L"", 0, 0, 0, 0, 0, nullptr, nullptr, cls.hInstance, nullptr);
 }
 
 // 16 living pets; `round` moves every pet's HP, so that each message changes every row.
@@ -68,33 +68,28 @@ double Send(HWND target, const std::string& bytes) {
 
 // Returns once the panel's thread has handled everything sent to it before and painted what that
 // changed: the time it took, so that the next message finds the thread idle.
-double Settle(HWND nullReceiver) {
+double Settle() {
     const auto start = Clock::now();
-    ::SendMessageW(nullReceiver, kSettle, 0, 0);
+    ::SendMessageW(vrl::App().frame, kSettle, 0, 0);
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 void Compare(const char* what, HWND panel, HWND nullReceiver, bool changing) {
     std::vector<double> toPanel, toNull, handled;
     for (int i = 0; i < kMessages; ++i) {
         const std::string pets = Pets(changing ? i : 0);
-        Settle(nullReceiver);
+        Settle();
         toNull.push_back(Send(nullReceiver, pets));
-        Settle(nullReceiver);
+        Settle();
         const double answered = Send(panel, pets);
         toPanel.push_back(answered);
-        handled.push_back(answered + Settle(nullReceiver));
+        handled.push_back(answered + Settle());
     }
     std::printf("%s, %d messages side by side (ms):\n", what, kMessages);
-    std::printf("  receiver that does nothing:     median %.3f\n", Median(toNull));
-    std::printf("  pet panel, answered:            median %.3f\n", Median(toPanel));
-    std::printf("  pet panel, list updated, drawn: median %.3f\n", Median(handled));
-    std::printf("  ratio of the answers: median %.2f\n", Median(toPanel) / Median(toNull));
+    std::printf("  receiver that does nothing:     median %.3f\n", vrlbench::Median(toNull));
+    std::printf("  pet panel, answered:            median %.3f\n", vrlbench::Median(toPanel));
+    std::printf("  pet panel, list updated, drawn: median %.3f\n", vrlbench::Median(handled));
+    std::printf("  ratio of the answers: median %.2f\n", vrlbench::Median(toPanel) / vrlbench::Median(toNull));
     std::fflush(stdout);
 }
 
@@ -115,7 +110,7 @@ int main() {
     ::SetCurrentDirectoryW(folder.c_str());
     vrl::App().folders.program = folder;
     // The panel reads its reload bit from the frame's slots on every message.
-    vrl::App().frame = CreateWindowOfClass(L"VorrelUI", ::DefWindowProcW, vrl::game_link::kFrameExtraBytes);
+    vrl::App().frame = CreateFrameStandIn();
 
     vrl::CPetExtenderDlg panel;
     if (!panel.Create()) {
@@ -124,7 +119,7 @@ int main() {
     }
     panel.Show(SW_SHOW);
     g_panel = panel.Handle();
-    HWND nullReceiver = CreateWindowOfClass(L"VrlBenchNullReceiver", NullReceiver, 0);
+    HWND nullReceiver = vrlbench::CreateNullReceiver();
 
     std::thread sender(Measure, panel.Handle(), nullReceiver, ::GetCurrentThreadId());
     MSG msg;

@@ -200,19 +200,46 @@ std::string WindowText(HWND window) {
     return Utf8(std::wstring(text, static_cast<size_t>(length > 0 ? length : 0)));
 }
 
+namespace {
+
+// A block of memory in the process of `window`, for the messages whose argument is a pointer
+// (the list view's): they are not carried across processes.
+class RemoteBlock {
+public:
+    RemoteBlock(HWND window, size_t size) {
+        DWORD processId = 0;
+        ::GetWindowThreadProcessId(window, &processId);
+        process_ = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
+        if (process_) memory_ = ::VirtualAllocEx(process_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    }
+    ~RemoteBlock() {
+        if (memory_) ::VirtualFreeEx(process_, memory_, 0, MEM_RELEASE);
+        if (process_) ::CloseHandle(process_);
+    }
+    RemoteBlock(const RemoteBlock&) = delete;
+    RemoteBlock& operator=(const RemoteBlock&) = delete;
+
+    template <typename T>
+    T* As() const { return static_cast<T*>(memory_); }
+    void Write(const void* bytes, size_t size) const { ::WriteProcessMemory(process_, memory_, bytes, size, nullptr); }
+    void Read(void* bytes, size_t size) const { ::ReadProcessMemory(process_, memory_, bytes, size, nullptr); }
+
+private:
+    HANDLE process_ = nullptr;
+    void* memory_ = nullptr;
+};
+
+}  // namespace
+
 std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns) {
     std::vector<std::vector<std::string>> rows;
-    DWORD processId = 0;
-    ::GetWindowThreadProcessId(list, &processId);
-    HANDLE process = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
-    if (!process) return rows;
     constexpr int kUnits = 512;
     struct Remote {
         LVITEMW item;
         wchar_t text[kUnits];
     };
-    auto* remote = static_cast<Remote*>(
-        ::VirtualAllocEx(process, nullptr, sizeof(Remote), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    const RemoteBlock block(list, sizeof(Remote));
+    Remote* remote = block.As<Remote>();
     const int count = static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     for (int row = 0; remote && row < count; ++row) {
         rows.emplace_back();
@@ -221,16 +248,25 @@ std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns) {
             local.item.iSubItem = column;
             local.item.pszText = remote->text;
             local.item.cchTextMax = kUnits;
-            ::WriteProcessMemory(process, remote, &local, sizeof local, nullptr);
+            block.Write(&local, sizeof local);
             const LRESULT length = ::SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
                                                   reinterpret_cast<LPARAM>(&remote->item));
-            ::ReadProcessMemory(process, remote, &local, sizeof local, nullptr);
+            block.Read(&local, sizeof local);
             rows.back().push_back(Utf8(std::wstring(local.text, static_cast<size_t>(length > 0 ? length : 0))));
         }
     }
-    if (remote) ::VirtualFreeEx(process, remote, 0, MEM_RELEASE);
-    ::CloseHandle(process);
     return rows;
+}
+
+RECT ListViewCellRect(HWND list, int row, int column, LONG part) {
+    RECT r{part, column, 0, 0};
+    const RemoteBlock block(list, sizeof r);
+    if (!block.As<RECT>()) return RECT{};
+    block.Write(&r, sizeof r);
+    ::SendMessageW(list, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(block.As<RECT>()));
+    block.Read(&r, sizeof r);
+    ::MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&r), 2);
+    return r;
 }
 
 std::vector<std::string> ComboBoxEntries(HWND combo) {

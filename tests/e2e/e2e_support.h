@@ -107,6 +107,8 @@ bool WaitUntil(Predicate predicate, DWORD ms) {
 std::string WindowText(HWND window);
 // Each row of a list view, columns 0 to `columns` - 1 (through memory in the list's process).
 std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns);
+// A cell's rectangle on the screen (LVIR_BOUNDS, or LVIR_ICON for the picture of column 0).
+RECT ListViewCellRect(HWND list, int row, int column, LONG part);
 // The entries of a combo box's drop-down list, in list order.
 std::vector<std::string> ComboBoxEntries(HWND combo);
 // The colour of a pixel of the screen, as 0x00BBGGRR.

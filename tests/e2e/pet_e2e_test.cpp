@@ -37,33 +37,6 @@ std::string Message(const std::vector<PetRecord>& pets) {
     return bytes;
 }
 
-// List view texts and rectangles live in the companion's memory: the requests go through a
-// buffer allocated there, as a screen reader would do it.
-class RemoteBuffer {
-public:
-    RemoteBuffer(DWORD processId, size_t size)
-        : process_(::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId)),
-          memory_(process_ ? ::VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE) : nullptr) {}
-    ~RemoteBuffer() {
-        if (memory_) ::VirtualFreeEx(process_, memory_, 0, MEM_RELEASE);
-        if (process_) ::CloseHandle(process_);
-    }
-    RemoteBuffer(const RemoteBuffer&) = delete;
-    RemoteBuffer& operator=(const RemoteBuffer&) = delete;
-
-    char* At(size_t offset) const { return static_cast<char*>(memory_) + offset; }
-    void Write(size_t offset, const void* bytes, size_t size) const {
-        ::WriteProcessMemory(process_, At(offset), bytes, size, nullptr);
-    }
-    void Read(size_t offset, void* bytes, size_t size) const {
-        ::ReadProcessMemory(process_, At(offset), bytes, size, nullptr);
-    }
-
-private:
-    HANDLE process_;
-    void* memory_;
-};
-
 struct PetSession {
     Install install = e2e::MakeInstall();
     std::unique_ptr<Companion> companion;
@@ -96,33 +69,16 @@ struct PetSession {
     }
     LRESULT Send(const std::vector<PetRecord>& pets) const { return Send(Message(pets), pets.size()); }
 
-    std::string Cell(int row, int column) const {
-        RemoteBuffer remote(companion->ProcessId(), 4096);
-        LVITEMW item{};
-        item.iSubItem = column;
-        item.cchTextMax = 256;
-        item.pszText = reinterpret_cast<wchar_t*>(remote.At(1024));
-        remote.Write(0, &item, sizeof item);
-        const auto length = ::SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(remote.At(0)));
-        std::wstring text(static_cast<size_t>(length), L'\0');
-        remote.Read(1024, text.data(), text.size() * sizeof(wchar_t));
-        return e2e::Utf8(text);
-    }
+    std::string Cell(int row, int column) const { return e2e::ListViewRows(list, 8).at(row).at(column); }
     // Name to ST of a row, joined by "|".
     std::string Row(int row) const {
+        const std::vector<std::string> cells = e2e::ListViewRows(list, 8).at(row);
         std::string line;
-        for (int column = 1; column < 8; ++column) line += (column > 1 ? "|" : "") + Cell(row, column);
+        for (int column = 1; column < 8; ++column) line += (column > 1 ? "|" : "") + cells[column];
         return line;
     }
-    // On the screen; the picture's rectangle with LVIR_ICON in column 0.
     RECT CellRect(int row, int column, LONG part = LVIR_BOUNDS) const {
-        RemoteBuffer remote(companion->ProcessId(), sizeof(RECT));
-        RECT r{part, column, 0, 0};
-        remote.Write(0, &r, sizeof r);
-        ::SendMessageW(list, LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(remote.At(0)));
-        remote.Read(0, &r, sizeof r);
-        ::MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&r), 2);
-        return r;
+        return e2e::ListViewCellRect(list, row, column, part);
     }
 
     // Once the game shows, it goes out of the panel's way, so that the screen shows the panel.
@@ -142,12 +98,7 @@ std::string ReadFile(const Install& install, const wchar_t* name) {
 // the companion paint in their own time.
 COLORREF PixelOnceItIs(int x, int y, COLORREF expected) {
     COLORREF colour = CLR_INVALID;
-    e2e::WaitUntil([&] {
-        HDC screen = ::GetDC(nullptr);
-        colour = ::GetPixel(screen, x, y);
-        ::ReleaseDC(nullptr, screen);
-        return colour == expected;
-    }, 3000);
+    e2e::WaitUntil([&] { return (colour = e2e::ScreenPixel(x, y)) == expected; }, 3000);
     return colour;
 }
 

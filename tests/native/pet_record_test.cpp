@@ -164,8 +164,7 @@ TEST(PetOptions, DefaultsForWhatIsMissingOrUnreadable) {
 TEST(PetOptions, WritingKeepsOtherOptionsAndUsesLowerCaseColours) {
     vrl::KcsvFile table;
     ASSERT_TRUE(table.Parse(u"#format,kcsv\r\n#option,Mine:keep,colHpBar:#FF0000\r\n#column\r\n"));
-    vrl::PetListLook look;
-    look.bars[1].bar = vrl::MakeColour(255, 155, 155);
+    vrl::PetListLook look = vrl::PetListLook::Read(vrl::KcsvFile());
     look.Write(table);
     vrl::PetPanelOptions options;
     options.widths[0] = 44;
