@@ -10,8 +10,10 @@ namespace {
 constexpr int kMissingSide = 2147483647;
 constexpr int kMissingShow = 5;
 
-// The file's columns (id, the four sides, showCmd) and options (docked, tab page), in file order.
-const TableSchema& Schema() { return *FindTableSchema(kFileName); }
+namespace names = tables::placement;
+
+// The file's columns (id, the four sides, showCmd), in file order.
+const TableSchema& Schema() { return SchemaOf(names::kFile); }
 
 std::u16string Number(int value) {
     const std::string digits = std::to_string(value);
@@ -21,12 +23,11 @@ std::u16string Number(int value) {
 }  // namespace
 
 KcsvFile ToTable(const SavedLayout& layout) {
-    const TableSchema& schema = Schema();
     KcsvFile table;
-    table.SetOption(schema.options[0].name, Number(layout.logDocked));
-    table.SetOption(schema.options[1].name, Number(layout.logTabPage));
+    table.SetOption(names::kDocked, Number(layout.logDocked));
+    table.SetOption(names::kTabPage, Number(layout.logTabPage));
     if (layout.windows.empty()) return table;
-    for (const ColumnSpec& column : schema.columns) table.AddColumn(column.name);
+    for (const ColumnSpec& column : Schema().columns) table.AddColumn(column.name);
     for (const SavedWindow& window : layout.windows) {
         const unsigned row = table.RowCount();
         table.InsertRow(row);
@@ -45,8 +46,8 @@ SavedLayout FromTable(const KcsvFile& table) {
     const TableSchema& schema = Schema();
     const auto name = [&](int column) { return schema.columns[column].name; };
     SavedLayout layout;
-    layout.logDocked = ReadInt(table.OptionValue(schema.options[0].name));
-    layout.logTabPage = ReadInt(table.OptionValue(schema.options[1].name));
+    layout.logDocked = ReadInt(table.OptionValue(names::kDocked));
+    layout.logTabPage = ReadInt(table.OptionValue(names::kTabPage));
     const int idColumn = table.ColumnIndex(name(0));
     for (unsigned row = 0; row < table.RowCount(); ++row) {
         SavedWindow window;

@@ -7,11 +7,12 @@
 #include <vector>
 
 #include "settings/kcsv.h"
+#include "settings/table_schema.h"
 #include "ui/geometry.h"
 
 namespace vrl::placement {
 
-inline constexpr char16_t kFileName[] = u"WindowPlacement.kcsv";
+inline constexpr const char16_t* kFileName = tables::placement::kFile.data();
 
 // Window ids in the file (compared case-sensitively).
 inline constexpr std::u16string_view kGameId = u"Morva";
