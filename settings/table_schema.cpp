@@ -195,7 +195,9 @@ TableSchema WindowPlacement() {
                                   u"ウィンドウがありえない位置に置かれます"};
     t.columns = {
         {placement::kWindowId, true,
-         Choice({u"Morva", u"LogEx", u"LogEx_Child", u"MusicControl", u"QuickSearch", u"PetInfo", u"ItemInfo"}, false,
+         Choice({placement::kGameId, placement::kFullLogId, placement::kExtractedLogId, placement::kMusicPanelId,
+                 placement::kQuickSearchId, placement::kPetPanelId, placement::kItemPanelId},
+                false,
                 {u"the row is skipped (window ids are case-sensitive)",
                  u"この行は読み飛ばされます (ウィンドウ ID は大文字と小文字を区別します)"}),
          {u"no window is restored", u"どのウィンドウも復元されません"}},

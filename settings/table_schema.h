@@ -85,6 +85,10 @@ inline constexpr std::u16string_view kWindowId = u"WindowID", kLeft = u"rcNormal
                                      kTop = u"rcNormalPosition.top", kRight = u"rcNormalPosition.right",
                                      kBottom = u"rcNormalPosition.bottom", kShowCmd = u"showCmd";
 inline constexpr std::u16string_view kDocked = u"LogEx_Docked", kTabPage = u"LogEx_TabPage";
+// Window ids (compared case-sensitively).
+inline constexpr std::u16string_view kGameId = u"Morva", kFullLogId = u"LogEx", kExtractedLogId = u"LogEx_Child",
+                                     kMusicPanelId = u"MusicControl", kQuickSearchId = u"QuickSearch",
+                                     kPetPanelId = u"PetInfo", kItemPanelId = u"ItemInfo";
 }  // namespace placement
 
 }  // namespace tables

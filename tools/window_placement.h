@@ -15,13 +15,9 @@ namespace vrl::placement {
 inline constexpr const char16_t* kFileName = tables::placement::kFile.data();
 
 // Window ids in the file (compared case-sensitively).
-inline constexpr std::u16string_view kGameId = u"Morva";
-inline constexpr std::u16string_view kFullLogId = u"LogEx";
-inline constexpr std::u16string_view kExtractedLogId = u"LogEx_Child";
-inline constexpr std::u16string_view kMusicPanelId = u"MusicControl";
-inline constexpr std::u16string_view kQuickSearchId = u"QuickSearch";
-inline constexpr std::u16string_view kPetPanelId = u"PetInfo";
-inline constexpr std::u16string_view kItemPanelId = u"ItemInfo";
+using tables::placement::kGameId, tables::placement::kFullLogId, tables::placement::kExtractedLogId,
+    tables::placement::kMusicPanelId, tables::placement::kQuickSearchId, tables::placement::kPetPanelId,
+    tables::placement::kItemPanelId;
 
 struct SavedWindow {
     std::u16string id;
