@@ -106,6 +106,7 @@ const PlaceableWindow* WindowPlacement::Find(std::u16string_view id) const {
 void WindowPlacement::Save() const {
     SavedLayout layout;
     if (logWindows_ && logWindows_->IsWindow()) {
+        logWindows_->FlushPendingLines();  // lines put aside go in before the views are read
         layout.logDocked = logWindows_->IsDocked() ? 1 : 0;
         layout.logTabPage = logWindows_->SelectedPage();
     }

@@ -194,6 +194,17 @@ bool TrayIconShown(HWND frame) {
 
 void Press(HWND box, int buttonId) { ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), 0); }
 
+void PressCtrlAlt(WORD key) {
+    INPUT keys[6] = {};
+    const WORD order[3] = {VK_CONTROL, VK_MENU, key};
+    for (int i = 0; i < 3; ++i) {
+        keys[i].type = keys[5 - i].type = INPUT_KEYBOARD;
+        keys[i].ki.wVk = keys[5 - i].ki.wVk = order[i];
+        keys[5 - i].ki.dwFlags = KEYEVENTF_KEYUP;
+    }
+    ::SendInput(6, keys, sizeof(INPUT));
+}
+
 std::string WindowText(HWND window) {
     wchar_t text[1024] = {};
     const LRESULT length = ::SendMessageW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text));

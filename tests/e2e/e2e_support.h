@@ -91,6 +91,8 @@ HWND VisibleWindowOf(DWORD processId, const wchar_t* className = nullptr);
 bool TrayIconShown(HWND frame);
 // Presses a message box button (IDOK, IDYES, IDNO...).
 void Press(HWND box, int buttonId);
+// Ctrl+Alt+`key` as real key presses, to whatever window has the keyboard.
+void PressCtrlAlt(WORD key);
 
 // Waits until `predicate` holds or `ms` passes.
 template <typename Predicate>

@@ -216,11 +216,14 @@ TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {
     ::SendMessageW(music.panel, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
     EXPECT_EQ(music.Text(kFileVolumeValue), "70");
     EXPECT_EQ(Field(Calls(music.Trace(), "BASS_ChannelSetAttribute").back(), "value"), "0.7");
-    // Closing only hides the panel; the tray item brings it back.
+    // Closing only hides the panel; the tray item and Ctrl+Alt+M bring it back.
     ::SendMessageW(music.panel, WM_COMMAND, IDCANCEL, 0);
     EXPECT_FALSE(::IsWindowVisible(music.panel));
     ::SendMessageW(e2e::WaitForFrame(1000), WM_COMMAND, 34100, 0);
     EXPECT_TRUE(::IsWindowVisible(music.panel));
+    ::SendMessageW(music.panel, WM_COMMAND, IDCANCEL, 0);
+    e2e::PressCtrlAlt('M');
+    EXPECT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(music.panel) != FALSE; }, 5000));
     music.EndGame();
     const std::string saved = vrltest::ReadFileBytes(music.install.ProgramFile(L"Volume.kcsv"));
     EXPECT_NE(saved.find("MasterVolume:100"), std::string::npos) << saved;

@@ -90,14 +90,7 @@ TEST(QuickSearch, SortedWordsTheModulesWordReloadCloseAndHotkey) {
     EXPECT_EQ(e2e::WindowText(s.box), "dragon") << "Close keeps the word";
 
     // Ctrl+Alt+F brings it back.
-    INPUT keys[6] = {};
-    const WORD order[3] = {VK_CONTROL, VK_MENU, 'F'};
-    for (int i = 0; i < 3; ++i) {
-        keys[i].type = keys[5 - i].type = INPUT_KEYBOARD;
-        keys[i].ki.wVk = keys[5 - i].ki.wVk = order[i];
-        keys[5 - i].ki.dwFlags = KEYEVENTF_KEYUP;
-    }
-    ::SendInput(6, keys, sizeof(INPUT));
+    e2e::PressCtrlAlt('F');
     EXPECT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(s.bar) != FALSE; }, 5000));
 }
 
