@@ -222,8 +222,13 @@ TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {
     ::SendMessageW(e2e::WaitForFrame(1000), WM_COMMAND, 34100, 0);
     EXPECT_TRUE(::IsWindowVisible(music.panel));
     ::SendMessageW(music.panel, WM_COMMAND, IDCANCEL, 0);
-    e2e::PressCtrlAlt('M');
-    EXPECT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(music.panel) != FALSE; }, 5000));
+    // Wine may take the modifiers' state from the X server again while focus moves; press again then.
+    bool shown = false;
+    for (int press = 0; press < 3 && !shown; ++press) {
+        e2e::PressCtrlAlt('M');
+        shown = e2e::WaitUntil([&] { return ::IsWindowVisible(music.panel) != FALSE; }, 2000);
+    }
+    EXPECT_TRUE(shown);
     music.EndGame();
     const std::string saved = vrltest::ReadFileBytes(music.install.ProgramFile(L"Volume.kcsv"));
     EXPECT_NE(saved.find("MasterVolume:100"), std::string::npos) << saved;
