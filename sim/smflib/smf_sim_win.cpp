@@ -1,6 +1,6 @@
 // Stand-in of the SMF playback library for the tests: writes every call with its arguments and
 // result to "smf_trace.txt" beside it. A file that does not exist gives 2 ("FileNotFound"), one
-// that is not a MIDI file 6 ("NoSmf"); a line "GGS4Play=<code>" in "smf_results.txt" beside it
+// that is not a MIDI file 6 ("NoSmf"), playing with no file in the list 13 ("NotReady"); a line "GGS4Play=<code>" in "smf_results.txt" beside it
 // sets the result of a call by its name. It makes no sound.
 #include <windows.h>
 
@@ -13,6 +13,7 @@
 namespace {
 
 HMODULE g_self = nullptr;
+int g_listed = 0;  // files in the play list
 
 std::wstring Beside(const wchar_t* name) { return vrl::sim::ModuleFolder(g_self) + L"\\" + name; }
 
@@ -64,6 +65,7 @@ __declspec(dllexport) int WINAPI GGS4AddListFromFileW(const wchar_t* path, int o
         ::CloseHandle(file);
         if (read != 4 || std::string(magic, 4) != "MThd") result = 6;
     }
+    if (result == 0) ++g_listed;
     return Traced("GGS4AddListFromFileW", "path=\"" + vrl::sim::Utf8(path ? path : L"") + "\" option=" +
                                               std::to_string(option) + " id=" + std::to_string(id),
                   Result("GGS4AddListFromFileW", result));
@@ -72,12 +74,15 @@ __declspec(dllexport) int WINAPI GGS4AddListFromFileW(const wchar_t* path, int o
 __declspec(dllexport) int WINAPI GGS4Play(int option, int id, int skip, int fadeIn, int keyShift) {
     return Traced("GGS4Play", "option=" + std::to_string(option) + " rest=" + std::to_string(id) + "," +
                                   std::to_string(skip) + "," + std::to_string(fadeIn) + "," + std::to_string(keyShift),
-                  Result("GGS4Play", 0));
+                  Result("GGS4Play", g_listed ? 0 : 13));
 }
 
 __declspec(dllexport) void WINAPI GGS4Stop(int fadeOut) { Trace("GGS4Stop fadeOut=" + std::to_string(fadeOut)); }
 
-__declspec(dllexport) void WINAPI GGS4ClearList() { Trace("GGS4ClearList"); }
+__declspec(dllexport) void WINAPI GGS4ClearList() {
+    g_listed = 0;
+    Trace("GGS4ClearList");
+}
 
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH) g_self = instance;

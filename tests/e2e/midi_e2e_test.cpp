@@ -8,6 +8,9 @@
 
 #include "e2e_support.h"
 
+#include <commctrl.h>
+#include <mmsystem.h>
+
 #include "tests/common/alerts_support_win.h"
 
 namespace {
@@ -16,11 +19,13 @@ using e2e::Companion;
 using e2e::Install;
 using vrltest::Calls;
 
-constexpr int kPlayingFile = 1000, kSoundFont = 1003, kChangeButton = 1004, kError = 1009;
+constexpr int kPlayingFile = 1000, kFileVolume = 1001, kSoundFont = 1003, kChangeButton = 1004, kError = 1009;
 constexpr UINT kTrayCallback = WM_APP + 1;
 constexpr WPARAM kTrayIconId = 1234;
+constexpr int kMasterVolume = 1011;
 
-// "song.mid" answers a.mid, "loop.ogg" answers b.mid; both in the user's music folder.
+// "song.mid" answers a.mid, "loop.ogg" b.mid, "text.mid" (not a MIDI file) c.mid; all in the
+// user's music folder.
 struct MidiSession {
     Install install = e2e::MakeInstall();
     std::unique_ptr<Companion> companion;
@@ -37,7 +42,8 @@ struct MidiSession {
         vrltest::WriteMidi(song, 4);
         vrltest::WriteOgg(loop, {"TITLE=loop"});
         install.WriteProgramFile(L"BGMEx.kcsv", "#format,kcsv\r\n" + options +
-                                                    "#column,orgfile,playlist\r\na.mid,song.mid\r\nb.mid,loop.ogg\r\n");
+                                                    "#column,orgfile,playlist\r\na.mid,song.mid\r\nb.mid,loop.ogg\r\nc.mid,text.mid\r\n");
+        vrltest::WriteFileBytes(music + L"\\text.mid", "no music here\r\n");
         for (const wchar_t* name : {L"bass.dll", L"bassmidi.dll"}) {
             EXPECT_TRUE(vrltest::CopyStandIn(L"simbass", name, install.programFolder));
         }
@@ -64,6 +70,7 @@ struct MidiSession {
     void Start(const std::string& scenario) {
         install.WriteIni("enMusicExtender=1\r\niLanguage=0\r\n");
         install.WriteScenario("waitfor music\n" + scenario);
+        companion.reset();  // an earlier run ends (with its games) before the next starts
         companion = std::make_unique<Companion>(install);
         ASSERT_TRUE(e2e::WaitForFrame(30000));
         panel = e2e::WaitForWindow(L"#32770", L"Music Control Panel", 20000);
@@ -190,6 +197,78 @@ TEST(VstHost, HostsThatHangOrNeverAppearAndFilesThatAreNoProgramsChangeNothingEl
     EXPECT_EQ(s.Text(kSoundFont), "notes.dll");
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
     EXPECT_EQ(Calls(vrltest::ReadLines(s.install.ProgramFile(L"bass_trace.txt")), "BASS_StreamCreateFile").size(), 1u);
+}
+
+TEST(SmfLibrary, TheLibraryPlaysMidiFilesWithItsVolumeScaleAndRepeatOption) {
+    MidiSession s("#option,device:2\r\n");
+    EXPECT_TRUE(vrltest::CopyStandIn(L"simsmf", L"GuruGuruSMF4.dll", s.install.programFolder));
+    const std::string song = e2e::Utf8(s.song);
+    s.install.WriteProgramFile(L"Volume.kcsv", "#format,kcsv\r\n#option,MasterVolume:50\r\n#column,File,Volume\r\n" + song + ",50\r\n");
+    s.Start(Request("a.mid", 2) + "copydata music 2\n" + Request("a.mid"));
+    s.WaitForScenario();
+    const std::wstring traceFile = s.install.ProgramFile(L"smf_trace.txt");
+    const std::string add = "GGS4AddListFromFileW path=\"" + song + "\" option=0 id=0 -> 0";
+    EXPECT_EQ(vrltest::ReadLines(traceFile),
+              (std::vector<std::string>{
+                  "GGS4OpenDevice device=-1100 window=" + std::to_string(reinterpret_cast<ULONG_PTR>(s.panel)) + " -> 0",
+                  "GGS4SetMasterVolume volume=0",
+                  add, "GGS4SetMasterVolume volume=-63", "GGS4Play option=3 rest=0,0,0,0 -> 0", "GGS4Stop fadeOut=0",
+                  "GGS4ClearList", "GGS4ClearList", add, "GGS4SetMasterVolume volume=-63", "GGS4Play option=2 rest=0,0,0,0 -> 0"}));
+    EXPECT_EQ(s.Text(kError), "NoError");
+    EXPECT_EQ(s.Text(kSoundFont), "Sound Font is not loaded. (MCI/DirectMusic)");
+
+    // Full volume is the top of the library's scale.
+    for (int id : {kMasterVolume, kFileVolume}) {
+        HWND slider = ::GetDlgItem(s.panel, id);
+        ::SendMessageW(slider, TBM_SETPOS, TRUE, 100);
+        ::SendMessageW(s.panel, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
+    }
+    EXPECT_EQ(vrltest::ReadLines(traceFile).back(), "GGS4SetMasterVolume volume=0");
+
+    // The sequencer's completion notice repeats a file only when it came 15 s or more after the
+    // start: the panel does not tell the back ends apart, and this one records the repeat.
+    const auto plays = [&] { return Calls(vrltest::ReadLines(traceFile), "GGS4Play").size(); };
+    const DWORD started = ::GetTickCount();
+    ::SendMessageW(s.panel, MM_MCINOTIFY, MCI_NOTIFY_SUCCESSFUL, 0);
+    EXPECT_EQ(plays(), 2u);
+    ::Sleep(15500 - (::GetTickCount() - started));
+    ::SendMessageW(s.panel, MM_MCINOTIFY, MCI_NOTIFY_ABORTED, 0);
+    EXPECT_EQ(plays(), 2u);
+    ::SendMessageW(s.panel, MM_MCINOTIFY, MCI_NOTIFY_SUCCESSFUL, 0);
+    EXPECT_EQ(plays(), 3u);
+
+    // A file the library refuses is reported as not found.
+    ::DeleteFileW(s.install.transcript.c_str());
+    s.Start(Request("c.mid"));
+    s.WaitForScenario();
+    EXPECT_EQ(s.Text(kPlayingFile), "[" + e2e::Utf8(s.song.substr(0, s.song.size() - 8)) + "text.mid] File not found.");
+
+    // Without the library: one box (in Japanese only) and every request fails without a crash.
+    s.companion.reset();
+    ::DeleteFileW(s.install.ProgramFile(L"GuruGuruSMF4.dll").c_str());
+    ::DeleteFileW(s.install.transcript.c_str());
+    s.Start("wait 5000\n" + Request("a.mid") + Request("b.mid") + Request("a.mid"));
+    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(s.companion->ProcessId(), 10000);
+    ASSERT_TRUE(box.window);
+    EXPECT_EQ(e2e::Utf8(box.text), "BGM拡張：GuruGuruSMF4.dll を読み込めないため、MIDI ファイルは演奏できません。");
+    e2e::Press(box.window, IDOK);
+    s.WaitForScenario();
+    EXPECT_EQ(s.Text(kPlayingFile), "[" + song + "] File not found.");
+    ::Sleep(500);
+    EXPECT_FALSE(::FindWindowW(L"#32770", box.caption.c_str())) << "one box only: " << e2e::Utf8(box.caption);
+}
+
+TEST(MciSequencer, OptionOneChoosesTheSequencerWhichPlaysWithoutASoundCard) {
+    MidiSession s("#option,device:1\r\n");
+    s.Start(Request("a.mid", 3));
+    s.WaitForScenario();
+    EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
+    EXPECT_EQ(s.Text(kSoundFont), "Sound Font is not loaded. (MCI/DirectMusic)");
+
+    ::DeleteFileW(s.install.transcript.c_str());
+    s.Start(Request("c.mid"));
+    s.WaitForScenario();
+    EXPECT_EQ(s.Text(kPlayingFile), "[" + e2e::Utf8(s.song.substr(0, s.song.size() - 8)) + "text.mid] File not found.");
 }
 
 }  // namespace
