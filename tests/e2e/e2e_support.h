@@ -107,6 +107,10 @@ std::vector<std::string> ComboBoxEntries(HWND combo);
 // The colour of a pixel of the screen, as 0x00BBGGRR.
 COLORREF ScreenPixel(int x, int y);
 
+// With VRL_SHOT_SIGNAL set (a folder), announces "<folder>\<name>.ready" and holds the screen
+// still for VRL_MENU_HOLD_MS, so that a script can take a screenshot.
+void HoldForScreenshot(const char* name);
+
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
 
 #include "e2e_support.h"
@@ -81,6 +82,14 @@ struct MidiSession {
                                    30000)) << install.ReadTranscript();
     }
     std::string Text(int id) const { return e2e::WindowText(::GetDlgItem(panel, id)); }
+    // For a screenshot script (VRL_SHOT_SIGNAL): the panel as a player opens it from the tray.
+    void ShowForScreenshot(const char* name) const {
+        if (!std::getenv("VRL_SHOT_SIGNAL")) return;
+        RECT box{};
+        ::GetWindowRect(panel, &box);
+        ::SetWindowPos(panel, HWND_TOP, 1280 - (box.right - box.left), 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+        e2e::HoldForScreenshot(name);
+    }
 };
 
 std::string Request(const char* name, int playCount = 1) {
@@ -123,6 +132,7 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
     s.Start(Request("a.mid") + "copydata music 2\n" + Request("a.mid") + Request("b.mid"));
     s.WaitForScenario();
 
+    s.ShowForScreenshot("music_vst");
     const std::string song = e2e::Utf8(s.song);
     auto trace = s.HostTrace(64);
     ASSERT_GE(trace.size(), 2u);
@@ -148,6 +158,7 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
     HWND menu = nullptr;
     ASSERT_TRUE(e2e::WaitUntil([&] { return (menu = e2e::VisibleWindowOf(s.companion->ProcessId(), L"#32768")); }, 5000));
     ::Sleep(100);
+    e2e::HoldForScreenshot("tray_vst_editor");
     ::PostMessageW(menu, WM_CHAR, L'v', 0);
     EXPECT_TRUE(e2e::WaitUntil([&] { return Commands(s.HostTrace(64)).back() == "6"; }, 5000));
 
@@ -215,6 +226,7 @@ TEST(SmfLibrary, TheLibraryPlaysMidiFilesWithItsVolumeScaleAndRepeatOption) {
                   add, "GGS4SetMasterVolume volume=-63", "GGS4Play option=3 rest=0,0,0,0 -> 0", "GGS4Stop fadeOut=0",
                   "GGS4ClearList", "GGS4ClearList", add, "GGS4SetMasterVolume volume=-63", "GGS4Play option=2 rest=0,0,0,0 -> 0"}));
     EXPECT_EQ(s.Text(kError), "NoError");
+    s.ShowForScreenshot("music_smf");
     EXPECT_EQ(s.Text(kSoundFont), "Sound Font is not loaded. (MCI/DirectMusic)");
 
     // Full volume is the top of the library's scale.
@@ -250,6 +262,7 @@ TEST(SmfLibrary, TheLibraryPlaysMidiFilesWithItsVolumeScaleAndRepeatOption) {
     s.Start("wait 5000\n" + Request("a.mid") + Request("b.mid") + Request("a.mid"));
     const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(s.companion->ProcessId(), 10000);
     ASSERT_TRUE(box.window);
+    e2e::HoldForScreenshot("smf_missing_box");
     EXPECT_EQ(e2e::Utf8(box.text), "BGM拡張：GuruGuruSMF4.dll を読み込めないため、MIDI ファイルは演奏できません。");
     e2e::Press(box.window, IDOK);
     s.WaitForScenario();
@@ -264,6 +277,7 @@ TEST(MciSequencer, OptionOneChoosesTheSequencerWhichPlaysWithoutASoundCard) {
     s.WaitForScenario();
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
     EXPECT_EQ(s.Text(kSoundFont), "Sound Font is not loaded. (MCI/DirectMusic)");
+    s.ShowForScreenshot("music_mci");
 
     ::DeleteFileW(s.install.transcript.c_str());
     s.Start(Request("c.mid"));

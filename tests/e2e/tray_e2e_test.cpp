@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <memory>
 
 #include "e2e_support.h"
@@ -38,16 +36,6 @@ HWND WaitForMenu(const Running& run, DWORD ms) {
     return menu;
 }
 
-// With VRL_SHOT_SIGNAL set (a folder), announces "<folder>\<name>.ready" and holds the screen
-// still for VRL_MENU_HOLD_MS, so that a script can take a screenshot.
-void HoldForScreenshot(const char* name) {
-    const char* folder = std::getenv("VRL_SHOT_SIGNAL");
-    if (!folder) return;
-    std::ofstream(std::string(folder) + "\\" + name + ".ready") << "ready\n";
-    const char* ms = std::getenv("VRL_MENU_HOLD_MS");
-    ::Sleep(ms ? static_cast<DWORD>(std::atoi(ms)) : 1000);
-}
-
 std::wstring ItemText(HWND box, int id) {
     wchar_t text[512] = {};
     ::SendMessageW(::GetDlgItem(box, id), WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
@@ -68,7 +56,7 @@ void PickAboutFromTheTray(const Running& run, bool screenshot) {
     HWND menu = WaitForMenu(run, 5000);
     ASSERT_TRUE(menu) << "the tray menu opened";
     ::Sleep(100);
-    if (screenshot) HoldForScreenshot("tray_menu");
+    if (screenshot) e2e::HoldForScreenshot("tray_menu");
     ::PostMessageW(menu, WM_CHAR, L'a', 0);
     EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(menu); }, 3000)) << "the menu closed";
 }
@@ -84,7 +72,7 @@ TEST(TrayMenu, TheAboutItemOpensTheAboutBoxAndASecondRequestRaisesIt) {
     EXPECT_EQ(ItemText(box, IDOK), L"OK");
     EXPECT_EQ(ItemText(box, 1002).rfind(L"- ", 0), 0u);
     ::Sleep(200);
-    HoldForScreenshot("about_box");
+    e2e::HoldForScreenshot("about_box");
 
     // The tray keeps working while the box is open, and its About item raises the open box.
     PickAboutFromTheTray(run, false);
