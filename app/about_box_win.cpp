@@ -7,6 +7,7 @@
 #include "app/resources/resource_ids.h"
 #include "ui/lang_text.h"
 #include "ui/panel_style.h"
+#include "ui/panel_win.h"
 #include "ui/wide_win.h"
 
 namespace vrl {
@@ -113,36 +114,12 @@ void CAboutBox::OnInitDialog() {
     const std::u16string name = std::u16string(kAppName) + u" " + App().versionText;
     ::SetDlgItemTextW(m_hWnd, kIdName, W(name));
     ::SetDlgItemTextW(m_hWnd, kIdRemarks, W(kRemarks.Get()));
-    CenterOnParent();
+    CentreOnParent(m_hWnd);
 }
 
 void CAboutBox::OnLinkNotify(const NMHDR* header) {
     if (!header || header->idFrom != static_cast<UINT_PTR>(kIdLink)) return;
     if (header->code == NM_CLICK || header->code == NM_RETURN) OpenPage();
-}
-
-void CAboutBox::CenterOnParent() {
-    // A hidden or minimised owner (the frame is never shown) has no place worth centring on:
-    // the box then goes to the middle of the work area of its monitor.
-    HWND parent = ::GetParent(m_hWnd);
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(parent ? parent : m_hWnd, MONITOR_DEFAULTTONEAREST), &monitor);
-    RECT area = monitor.rcWork;
-    if (parent && ::IsWindowVisible(parent) && !::IsIconic(parent)) ::GetWindowRect(parent, &area);
-
-    RECT box{};
-    ::GetWindowRect(m_hWnd, &box);
-    const int width = box.right - box.left;
-    const int height = box.bottom - box.top;
-    int x = (area.left + area.right - width) / 2;
-    int y = (area.top + area.bottom - height) / 2;
-    const RECT& work = monitor.rcWork;
-    if (x + width > work.right) x = work.right - width;
-    if (y + height > work.bottom) y = work.bottom - height;
-    if (x < work.left) x = work.left;
-    if (y < work.top) y = work.top;
-    ::SetWindowPos(m_hWnd, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 }  // namespace vrl

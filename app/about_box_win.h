@@ -37,7 +37,6 @@ private:
 
     void OnInitDialog();
     void OnLinkNotify(const NMHDR* header);
-    void CenterOnParent();
 };
 
 }  // namespace vrl

@@ -22,16 +22,6 @@ constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIB
 constexpr DWORD kFrameExStyle = WS_EX_APPWINDOW | WS_EX_WINDOWEDGE;
 constexpr DWORD kStatusStaticStyle = WS_CHILD | WS_VISIBLE | WS_BORDER;
 
-void PressNumLock() {
-    INPUT keys[2] = {};
-    keys[0].type = keys[1].type = INPUT_KEYBOARD;
-    keys[0].ki.wVk = keys[1].ki.wVk = VK_NUMLOCK;
-    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    ::SendInput(2, keys, sizeof(INPUT));
-}
-
-bool NumLockIsOn() { return (::GetKeyState(VK_NUMLOCK) & 1) != 0; }
-
 }  // namespace
 
 CMainFrame::~CMainFrame() {
@@ -115,9 +105,8 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
     app.frame = game_link::FindFrame();
     CreateStatusStatics();
-    if (app.settings.enScreenshot) {
-        ::RegisterHotKey(m_hWnd, kCmdScreenshotFirst, MOD_CONTROL | MOD_ALT, VK_SNAPSHOT);
-    }
+    screenshots_.SetOwner(m_hWnd);
+    RegisterHotkeys();
     CreateCompanionWindows();
 
     const GameProcess game = LaunchGame(app.folders, Wstr(app.settings.wstrMorva), app.settings.enMusicExtender != 0);
@@ -125,7 +114,7 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     gameThreadId_ = game.threadId;
 
     ::SetTimer(m_hWnd, kGameWatchTimer, kGameWatchPeriodMs, nullptr);
-    if (app.settings.enNumlockOff) SwitchNumLockOffAtStart();
+    if (app.settings.enNumlockOff) numLock_.SwitchOffAtStart();
     return 0;
 }
 
@@ -172,6 +161,16 @@ void CMainFrame::CreateStatusStatics() {
     game_link::WriteWindowSlot(m_hWnd, game_link::kSlotStatusStatic2, statusStatic2_);
 }
 
+// The panels' own hotkeys (34100, 34102) are registered with their panels, in
+// CreateCompanionWindows. Hotkeys end with the window; nothing unregisters them.
+void CMainFrame::RegisterHotkeys() {
+    if (App().settings.enScreenshot) RegisterCtrlAltHotkey(kCmdScreenshotFirst, VK_SNAPSHOT);
+}
+
+void CMainFrame::RegisterCtrlAltHotkey(int id, UINT key) const {
+    ::RegisterHotKey(m_hWnd, id, MOD_CONTROL | MOD_ALT, key);
+}
+
 void CMainFrame::CreateCompanionWindows() {
     // The companion windows in their order: logs, pet, quick search, music, treasure map, equip
     // sets, item information.
@@ -185,13 +184,14 @@ void CMainFrame::CreateCompanionWindows() {
     if (settings.enPetInfo && petPanel_.Create()) petPanel_.Show(SW_SHOW);
     if (settings.enQuickSearch && quickSearch_.Create()) {
         quickSearch_.Show(SW_SHOW);
-        ::RegisterHotKey(m_hWnd, kCmdShowQuickSearch, MOD_CONTROL | MOD_ALT, 'F');
+        RegisterCtrlAltHotkey(kCmdShowQuickSearch, 'F');
     }
     if (settings.enMusicExtender && musicPanel_.Create()) {
         musicPanel_.Show(SW_SHOW);
-        ::RegisterHotKey(m_hWnd, kCmdShowMusicPanel, MOD_CONTROL | MOD_ALT, 'M');
+        RegisterCtrlAltHotkey(kCmdShowMusicPanel, 'M');
     }
-    // The treasure map and the equip sets come here.
+    if (settings.enTreasureMap) treasureMap_.Create();
+    if (settings.enEquipSet) equipSet_.Create();
     if (settings.enItemInfo) itemInfo_.Create();  // it shows itself
 }
 
@@ -208,6 +208,28 @@ void CMainFrame::DestroyCompanionWindows() {
         musicPanel_.SaveVolumeTable();
         musicPanel_.Destroy();
     }
+    treasureMap_.Destroy();
+    equipSet_.Destroy();
+}
+
+std::vector<PlaceableWindow> CMainFrame::PlaceableWindows() {
+    using Restore = PlaceableWindow::Restore;
+    using namespace placement;
+    return {
+        {kGameId, [] { return App().gameWindow; }, Restore::MoveOnly, AtScreenOrigin()},
+        {kFullLogId, [this] { return logWindow_.Handle(); }, Restore::FullPlacement,
+         AboveWorkArea(0, 360, 640, 360)},
+        {kExtractedLogId, [this] { return logWindow_.Child().Handle(); }, Restore::FullPlacement,
+         AboveWorkArea(640, 360, 640, 360)},
+        {kMusicPanelId, [this] { return musicPanel_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-276, -222, 0, 0})},
+        {kQuickSearchId, [this] { return quickSearch_.Handle(); }, Restore::MoveAndShow,
+         AboveWorkArea(0, 390, 541, 30)},
+        {kPetPanelId, [this] { return petPanel_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-520, 0, 0, 400})},
+        {kItemPanelId, [this] { return itemInfo_.Handle(); }, Restore::FullPlacement,
+         AnchoredInArea({-700, 0, -520, 240})},
+    };
 }
 
 void CMainFrame::ShowLog(int page) {
@@ -223,15 +245,6 @@ void CMainFrame::ShowLog(int page) {
     }
     if (fullLog) logWindow_.ShowInFront();
     logWindow_.SelectPage(page);  // focuses that page's view and hides the other
-}
-
-void CMainFrame::SwitchNumLockOffAtStart() {
-    numLockWasOn_ = NumLockIsOn();
-    if (numLockWasOn_) PressNumLock();
-}
-
-void CMainFrame::RestoreNumLockAtExit() {
-    if (App().settings.enNumlockOff && NumLockIsOn() != numLockWasOn_) PressNumLock();
 }
 
 namespace {
@@ -274,10 +287,12 @@ void CMainFrame::OnGameWatchTimer() {
     }
     if (::IsWindow(app.gameWindow)) return;
 
-    // The main window has gone; a further window still open means the process lingers: end it.
+    // The main window has gone; a further window of the game still open means the process
+    // lingers: end it. Handles and process ids are reused, so the window must be the game's.
     ::Sleep(100);
     HWND further = game_link::ReadWindowSlot(m_hWnd, game_link::kSlotFurtherWindow);
-    if (further && ::IsWindow(further)) {
+    DWORD furtherProcessId = 0;
+    if (further && ::GetWindowThreadProcessId(further, &furtherProcessId) && furtherProcessId == gameProcessId_) {
         if (HANDLE process = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, gameProcessId_)) {
             ::TerminateProcess(process, 0);
             ::CloseHandle(process);
@@ -299,7 +314,7 @@ void CMainFrame::OnClose() {
         }
         return;
     }
-    RestoreNumLockAtExit();
+    if (App().settings.enNumlockOff) numLock_.RestoreAtExit();
     ::DestroyWindow(m_hWnd);
 }
 
@@ -309,6 +324,7 @@ void CMainFrame::OnDestroy() {
         loop->RemoveIdleHandler(this);
     }
     DestroyCompanionWindows();
+    screenshots_.ReleaseSound();
     tray_.Remove();
     if (richEdit_) {
         ::FreeLibrary(richEdit_);
@@ -318,7 +334,9 @@ void CMainFrame::OnDestroy() {
 
 void CMainFrame::OnHotKey(int id) {
     switch (id) {
-    case kCmdScreenshotFirst:  // screenshot with the configured range
+    case kCmdScreenshotFirst:  // the hotkey's range is the configured one, not the tray's auto-detect
+        screenshots_.TakeRange(App().settings.iScreenshotRange);
+        break;
     case kCmdShowMusicPanel:
     case kCmdShowQuickSearch:
         OnCommand(static_cast<WORD>(id), 0);
@@ -361,8 +379,14 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         if (musicPanel_.Player()) musicPanel_.Player()->GetBassPlayer()->SendVstHostCommand(kVstShowEditor, u"");
         return;
     }
-    if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) return;
-    if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) return;
+    if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) {
+        screenshots_.TakeRange(id - kCmdScreenshotFirst);
+        return;
+    }
+    if (id >= kCmdPlacementFirst && id <= kCmdPlacementLast) {
+        placement_.OnCommand(id);
+        return;
+    }
     // Any other id is not ours: ignored.
 }
 
@@ -379,6 +403,11 @@ void CMainFrame::OnClearLogRequest(WPARAM which) {
     if (which == 1) logWindow_.ClearExtractedView();
 }
 
-void CMainFrame::OnOpenEquipSetRequest() {}
+void CMainFrame::OnOpenEquipSetRequest() {
+    if (!equipSet_.IsWindow() || !equipSet_.LoadSetNames()) return;
+    equipSet_.SwitchMode(equip_set::Mode::kMenu);
+    equipSet_.ShowInFront();
+    ::SetForegroundWindow(equipSet_.Handle());
+}
 
 }  // namespace vrl

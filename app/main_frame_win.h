@@ -6,12 +6,17 @@
 #include <windows.h>
 
 #include "app/message_loop_win.h"
+#include "app/num_lock_win.h"
 #include "app/tray_icon_win.h"
 #include "log/log_window_win.h"
 #include "panels/item_info_win.h"
 #include "panels/quick_search_win.h"
 #include "panels/pet_extender_dlg_win.h"
 #include "music/music_player_dlg_win.h"
+#include "panels/equip_set_win.h"
+#include "panels/treasure_map_win.h"
+#include "tools/screenshot_win.h"
+#include "tools/window_placement_win.h"
 #include "ui/window_win.h"
 
 namespace vrl {
@@ -51,23 +56,29 @@ private:
     void ComputeFolders();
     void CreateStatusStatics();
     void RegisterHotkeys();
+    // Every hotkey of the companion is Ctrl+Alt and one key, sent to the frame as WM_HOTKEY `id`.
+    void RegisterCtrlAltHotkey(int id, UINT key) const;
     void CreateCompanionWindows();
     void DestroyCompanionWindows();
+    // The windows that placement saves, restores and resets, in the order of its file.
+    std::vector<PlaceableWindow> PlaceableWindows();
     // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.
     void ShowLog(int page);
     HWND FindGameWindow() const;
-    void SwitchNumLockOffAtStart();
-    void RestoreNumLockAtExit();
     [[noreturn]] void StartSettingsEditorAndExit();
     void RefuseSecondInstance();
 
     TrayIcon tray_;
     CLogExtenderDlg logWindow_;
+    ScreenshotTaker screenshots_;
     CLogExtenderDlg_Child* extractedLog_ = nullptr;  // set once the log windows exist
     CQuickSearchDlg quickSearch_;
     CItemInfoDlg itemInfo_;
     CPetExtenderDlg petPanel_;
     CMusicPlayerDlg musicPanel_;
+    CTreasureMapDlg treasureMap_;
+    CEquipSetDlg equipSet_;
+    WindowPlacement placement_{PlaceableWindows(), &logWindow_};  // after the windows it places
     HMODULE richEdit_ = nullptr;
     HWND statusStatic1_ = nullptr;
     HWND statusStatic2_ = nullptr;
@@ -75,7 +86,7 @@ private:
     DWORD gameProcessId_ = 0;
     DWORD gameThreadId_ = 0;
     int fruitlessTicks_ = 0;
-    bool numLockWasOn_ = false;
+    NumLockKeeper numLock_;
 };
 
 }  // namespace vrl

@@ -95,10 +95,24 @@ void CLogExtenderDlg::WriteNotice(const std::u16string& text) {
 }
 
 void CLogExtenderDlg::ProcessLogLine(const COPYDATASTRUCT* data) {
+    ++lineDepth_;
+    ++linesInRun_;
+    HandleLine(data);
+    // The outermost line takes in the lines the game sends while it is handled, then all of them
+    // go into the views together.
+    if (lineDepth_ == 1) {
+        TakeWaitingLines();
+        FlushPendingLines();
+    }
+    --lineDepth_;
+}
+
+void CLogExtenderDlg::HandleLine(const COPYDATASTRUCT* data) {
     // Whatever goes wrong with one line must not end the program.
     try {
         // A reload is finished, its bit cleared, before the game gets its answer.
         if (game_link::ReloadRequested(frame_, game_link::kReloadLogRules)) {
+            FlushPendingLines();
             LoadLogRules();
             WriteNotice(log_texts::kRulesReloaded.Get());
             frame_ = game_link::ClearReloadRequest(game_link::kReloadLogRules);
@@ -106,8 +120,8 @@ void CLogExtenderDlg::ProcessLogLine(const COPYDATASTRUCT* data) {
         }
         // The game's thread waits in SendMessage until we answer. Once the text is our own copy
         // (the payload may be the sender's memory), it gets its answer, 1, and the line is handled
-        // while the game goes on. Nothing below waits on another thread, so the next message,
-        // the next line included, is still handled only after this one is in the views.
+        // while the game goes on. The line is queued for its views; any message other than a next
+        // line puts the queue into the views before it is handled.
         const std::u16string text = TextOfCopyData(data);
         if (::InSendMessage()) ::ReplyMessage(1);
         const std::u16string line = LogLineOf(text);
@@ -126,6 +140,64 @@ void CLogExtenderDlg::ProcessLogLine(const COPYDATASTRUCT* data) {
     } catch (const std::exception&) {
         // Out of memory for one line: the line is lost, the log goes on.
     }
+}
+
+namespace {
+
+// The log window taking in lines, for the hook below (there is one user-interface thread).
+CLogExtenderDlg* g_takingLines = nullptr;
+HWND g_takingWindow = nullptr;
+
+// A fight sends its lines back to back, each a moment after the last was answered: this long
+// without a line ends the run. A run also ends after so many lines or so long, so the views never
+// lag far behind.
+constexpr DWORD kLineGapMs = 2;
+constexpr int kLongestRun = 200;
+constexpr DWORD kLongestRunMs = 50;
+
+}  // namespace
+
+// Messages sent to this thread while it takes in lines pass here before their window sees them.
+LRESULT CALLBACK CLogExtenderDlg::FlushBeforeOtherMessages(int code, WPARAM wp, LPARAM lp) {
+    const auto* sent = reinterpret_cast<const CWPSTRUCT*>(lp);
+    if (code == HC_ACTION && g_takingLines && sent &&
+        !(sent->message == WM_COPYDATA && sent->hwnd == g_takingWindow))
+        g_takingLines->FlushPendingLines();
+    return ::CallNextHookEx(nullptr, code, wp, lp);
+}
+
+// The lines the game sends while the last ones are handled arrive here as sent messages, each
+// answered at once as always; inserting the run together costs the game far less than a line at a
+// time. Waiting for them costs the game nothing, since it waits only for its answer. Any other
+// message sent meanwhile finds the views up to date, through the hook.
+void CLogExtenderDlg::TakeWaitingLines() {
+    HHOOK hook = ::SetWindowsHookExW(WH_CALLWNDPROC, &CLogExtenderDlg::FlushBeforeOtherMessages, nullptr,
+                                     ::GetCurrentThreadId());
+    if (!hook) return;
+    g_takingLines = this;
+    g_takingWindow = m_hWnd;
+    const DWORD start = ::GetTickCount();
+    linesInRun_ = 1;
+    MSG msg;
+    while (linesInRun_ < kLongestRun && ::GetTickCount() - start < kLongestRunMs &&
+           ::MsgWaitForMultipleObjectsEx(0, nullptr, kLineGapMs, QS_SENDMESSAGE, 0) == WAIT_OBJECT_0)
+        ::PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    g_takingLines = nullptr;
+    g_takingWindow = nullptr;
+    ::UnhookWindowsHookEx(hook);
+}
+
+void CLogExtenderDlg::FlushPendingLines() {
+    if (flushing_) return;
+    flushing_ = true;
+    for (int page = 0; page < 2; ++page) {
+        std::vector<PendingRun> runs;
+        runs.swap(pending_[page]);
+        if (runs.empty() || !pages_[page]) continue;
+        for (const PendingRun& run : runs) log_view::Append(pages_[page], run.text, run.colour);
+        redraw_.Touched(pages_[page]);
+    }
+    flushing_ = false;
 }
 
 void CLogExtenderDlg::PlayRuleSound(const LogRule& rule) {

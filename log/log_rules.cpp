@@ -1,44 +1,53 @@
 #include "log/log_rules.h"
 
+#include "settings/table_schema.h"
+
 #include <cstdint>
 
 namespace vrl {
 
 namespace {
 
+namespace names = tables::logex;
+
+const TableSchema& Schema() { return SchemaOf(names::kFile); }
+
+// The columns of one table, looked up once per load.
+struct RuleColumns {
+    explicit RuleColumns(const KcsvFile& table)
+        : keyword(table.ColumnIndex(names::kKeyword)),
+          exact(table.ColumnIndex(names::kExact)),
+          regex(table.ColumnIndex(names::kRegex)),
+          talk(table.ColumnIndex(names::kTalk)),
+          sound(table.ColumnIndex(names::kSound)),
+          volume(table.ColumnIndex(names::kVolume)),
+          color(table.ColumnIndex(names::kColor)) {}
+    int keyword, exact, regex, talk, sound, volume, color;
+};
+
 std::u16string CellOf(const KcsvFile& table, unsigned row, int column) {
     return column < 0 ? std::u16string() : table.Cell(row, static_cast<unsigned>(column), u"");
 }
 
-bool HasOption(const KcsvFile& table, std::u16string_view name) { return table.OptionIndex(name) >= 0; }
-
-LogRule RuleFromRow(const KcsvFile& table, unsigned row, const int (&columns)[7]) {
+LogRule RuleFromRow(const KcsvFile& table, unsigned row, const RuleColumns& columns) {
     LogRule rule;
-    rule.keyword = CellOf(table, row, columns[0]);
-    rule.exact = ReadSwitch(CellOf(table, row, columns[1]));
-    rule.regex = ReadSwitch(CellOf(table, row, columns[2]));
-    rule.talk = ReadSwitch(CellOf(table, row, columns[3]));
-    rule.sound = CellOf(table, row, columns[4]);
-    rule.volume = columns[5] < 0 ? 100 : ClampLogVolume(ReadInt(CellOf(table, row, columns[5])));
-    rule.color = ParseColour(CellOf(table, row, columns[6]), kNoColour);
+    rule.keyword = CellOf(table, row, columns.keyword);
+    rule.exact = ReadSwitch(CellOf(table, row, columns.exact));
+    rule.regex = ReadSwitch(CellOf(table, row, columns.regex));
+    rule.talk = ReadSwitch(CellOf(table, row, columns.talk));
+    rule.sound = CellOf(table, row, columns.sound);
+    rule.volume = Schema().Column(names::kVolume).value.NumberOf(CellOf(table, row, columns.volume), columns.volume >= 0);
+    rule.color = Schema().Column(names::kColor).value.ColourOf(CellOf(table, row, columns.color));
     return rule;
 }
 
-// LOGFONT holds 31 units and a NUL; a surrogate pair is not split.
-std::u16string FontFace(std::u16string_view value) {
-    if (value.empty()) return u"Meiryo UI";
-    std::size_t length = value.size() < kLogFontFaceLimit ? value.size() : kLogFontFaceLimit;
-    if (length < value.size() && value[length - 1] >= 0xD800 && value[length - 1] <= 0xDBFF) --length;
-    return std::u16string(value.substr(0, length));
-}
-
 LogFontDescription FontFrom(const KcsvFile& table) {
+    const TableSchema& schema = Schema();
     LogFontDescription font;
-    font.face = FontFace(table.OptionValue(u"FontFace"));
-    const int size = ReadInt(table.OptionValue(u"FontSize"));
-    font.pointSize = size == 0 ? 9 : size;
-    font.weight = ReadInt(table.OptionValue(u"FontBold")) != 0 ? 700 : 400;
-    font.italic = (ReadInt(table.OptionValue(u"FontItalic")) & 0xFF) != 0;
+    font.face = schema.OptionText(table, names::kFontFace);
+    font.pointSize = schema.OptionNumber(table, names::kFontSize);
+    font.weight = schema.OptionNumber(table, names::kFontBold) != 0 ? 700 : 400;
+    font.italic = schema.OptionNumber(table, names::kFontItalic) != 0;
     return font;
 }
 
@@ -48,13 +57,6 @@ int LogFontHeight(int pointSize, int dpi) {
     const std::int64_t product = static_cast<std::int64_t>(pointSize) * dpi;
     const std::int64_t rounded = (product >= 0 ? product + 36 : product - 36) / 72;
     return -static_cast<int>(rounded);
-}
-
-int ClampLogVolume(int value) {
-    const auto u = static_cast<unsigned>(value);
-    if (u < 50u) return 50;
-    if (u > 100u) return 100;
-    return static_cast<int>(u);
 }
 
 float LogSoundVolume(int masterVolume, int ruleVolume) {
@@ -103,11 +105,7 @@ std::vector<std::u16string> SoundCandidates(std::u16string_view gameFolder, std:
 }
 
 void LogRuleSet::Load(const KcsvFile& table) {
-    static const char16_t* const kColumns[7] = {u"keyword", u"exact", u"regex", u"talk",
-                                                u"sound",   u"volume", u"color"};
-    int columns[7];
-    for (int i = 0; i < 7; ++i) columns[i] = table.ColumnIndex(kColumns[i]);
-
+    const RuleColumns columns(table);
     rules_.clear();
     compiled_.clear();
     for (unsigned row = 0; row < table.RowCount(); ++row) {
@@ -116,26 +114,45 @@ void LogRuleSet::Load(const KcsvFile& table) {
         compiled_.push_back(rule.regex ? RuleRegex::Compile(rule.keyword) : std::nullopt);
     }
 
-    masterVolume_ = HasOption(table, u"MasterVolume") ? ClampLogVolume(ReadInt(table.OptionValue(u"MasterVolume"))) : 100;
-    remoteTalk_ = ReadInt(table.OptionValue(u"EnableRemoteTalk")) != 0;
-    const std::u16string bkcolor = table.OptionValue(u"bkcolor");
-    background_ = ParseColour(bkcolor, kNoColour);
+    masterVolume_ = Schema().OptionNumber(table, names::kMasterVolume);
+    remoteTalk_ = Schema().OptionNumber(table, names::kEnableRemoteTalk) != 0;
+    const std::u16string bkcolor = table.OptionValue(names::kBkColor);
+    background_ = Schema().OptionColour(table, names::kBkColor);
     noticeColour_ = NoticeColourOn(ParseColour(bkcolor, 0));
     font_ = FontFrom(table);
 }
 
-bool LogRuleSet::Matches(std::size_t index, std::u16string_view text) const {
+LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text) const {
+    std::size_t stepsLeft = RuleRegex::kStepBudget;
+    return Test(index, text, stepsLeft);
+}
+
+LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text, std::size_t& stepsLeft) const {
     const LogRule& rule = rules_[index];
-    if (!rule.regex) return rule.exact ? text == rule.keyword : text.find(rule.keyword) != std::u16string_view::npos;
+    if (!rule.regex) {
+        const bool match = rule.exact ? text == rule.keyword : text.find(rule.keyword) != std::u16string_view::npos;
+        return match ? Outcome::Match : Outcome::NoMatch;
+    }
     const std::optional<RuleRegex>& re = compiled_[index];
-    if (!re) return false;
-    const RuleRegex::Result result = rule.exact ? re->FullMatch(text) : re->Search(text);
-    return result == RuleRegex::Result::Match;
+    if (!re) return Outcome::BadExpression;
+    if (stepsLeft == 0) return Outcome::TooComplex;
+    const std::size_t budget = stepsLeft < RuleRegex::kStepBudget ? stepsLeft : RuleRegex::kStepBudget;
+    std::size_t spent = 0;
+    const RuleRegex::Result result =
+        rule.exact ? re->FullMatch(text, nullptr, budget, &spent) : re->Search(text, nullptr, budget, &spent);
+    stepsLeft -= spent < stepsLeft ? spent : stepsLeft;
+    switch (result) {
+        case RuleRegex::Result::Match: return Outcome::Match;
+        case RuleRegex::Result::TooComplex: return Outcome::TooComplex;
+        case RuleRegex::Result::NoMatch: break;
+    }
+    return Outcome::NoMatch;
 }
 
 std::optional<std::size_t> LogRuleSet::FirstMatch(std::u16string_view text) const {
+    std::size_t stepsLeft = kLineStepBudget;
     for (std::size_t i = 0; i < rules_.size(); ++i) {
-        if (Matches(i, text)) return i;
+        if (Test(i, text, stepsLeft) == Outcome::Match) return i;
     }
     return std::nullopt;
 }

@@ -32,7 +32,7 @@ struct LogRule {
 // What the log font is built from. Two descriptions compare equal when the font need not be made
 // again.
 struct LogFontDescription {
-    std::u16string face = u"Meiryo UI";  // at most kLogFontFaceLimit units
+    std::u16string face = u"Meiryo UI";  // at most 31 units, the platform's limit
     int pointSize = 9;
     int weight = 400;  // 700 when bold
     bool italic = false;
@@ -42,15 +42,10 @@ struct LogFontDescription {
     }
     bool operator!=(const LogFontDescription& o) const { return !(*this == o); }
 };
-inline constexpr std::size_t kLogFontFaceLimit = 31;
 
 // Character height in device units for a font of pointSize points on a screen of `dpi` pixels per
 // logical inch: negative (the em height), rounded to nearest like MulDiv.
 int LogFontHeight(int pointSize, int dpi);
-
-// Volumes of the table: read as a number and brought into 50..100 as an unsigned number would be,
-// so a negative one becomes 100.
-int ClampLogVolume(int value);
 
 // Master volume times rule volume, as the fraction the sound player takes (0.25 to 1.0).
 float LogSoundVolume(int masterVolume, int ruleVolume);
@@ -80,10 +75,18 @@ public:
     void Load(const KcsvFile& table);
 
     const std::vector<LogRule>& Rules() const { return rules_; }
+    // Steps all the rules' expressions together may take on one line (some 20 to 50 ms), so
+    // the game is not kept waiting however the table is written.
+    static constexpr std::size_t kLineStepBudget = RuleRegex::kStepBudget * 3 / 2;
+
     // The first rule that takes the text, if any. An expression too costly to match on this text
-    // counts as not matching and the next rule is tried.
+    // counts as not matching and the next rule is tried; once the line's steps are spent, the
+    // remaining expressions count as not matching, while plain keywords are still compared.
     std::optional<std::size_t> FirstMatch(std::u16string_view text) const;
-    bool Matches(std::size_t rule, std::u16string_view text) const;
+    bool Matches(std::size_t rule, std::u16string_view text) const { return Test(rule, text) == Outcome::Match; }
+    // Why a rule does or does not take the text.
+    enum class Outcome { Match, NoMatch, BadExpression, TooComplex };
+    Outcome Test(std::size_t rule, std::u16string_view text) const;
 
     int MasterVolume() const { return masterVolume_; }
     // The EnableRemoteTalk switch alone; speech also needs the speech program to exist.
@@ -96,6 +99,9 @@ public:
     float SoundVolume(const LogRule& rule) const { return LogSoundVolume(masterVolume_, rule.volume); }
 
 private:
+    // The same, taking its steps from what the line has left.
+    Outcome Test(std::size_t rule, std::u16string_view text, std::size_t& stepsLeft) const;
+
     std::vector<LogRule> rules_;
     std::vector<std::optional<RuleRegex>> compiled_;  // one per rule; empty unless it compiled
     int masterVolume_ = 100;

@@ -41,6 +41,8 @@ void Prepare(HWND view, Colour background) {
     ::SendMessageW(view, EM_SETBKGNDCOLOR, 0, static_cast<LPARAM>(background));
 }
 
+void LiftTextLimit(HWND view) { ::SendMessageW(view, EM_EXLIMITTEXT, 0, 0x7FFFFFFF); }
+
 void ScrollToEnd(HWND view) { ::SendMessageW(view, WM_VSCROLL, SB_BOTTOM, 0); }
 
 }  // namespace log_view

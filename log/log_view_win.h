@@ -20,6 +20,9 @@ void Append(HWND view, const std::u16string& text, Colour colour);
 void Clear(HWND view);
 // Read-only, no automatic URL detection, the given background (kNoColour is passed on as it is).
 void Prepare(HWND view, Colour background);
+// A rich edit takes 32,767 characters unless told otherwise (Wine raises the limit by itself, so
+// nothing under Wine shows it); a log grows until the player clears it.
+void LiftTextLimit(HWND view);
 void ScrollToEnd(HWND view);
 
 }  // namespace log_view

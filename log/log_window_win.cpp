@@ -203,6 +203,7 @@ void CLogExtenderDlg::OnInitDialog() {
     fullView_ = Item(kViewId);
     pages_[0] = fullView_;
     pages_[1] = child_.View();
+    for (HWND view : pages_) log_view::LiftTextLimit(view);  // both, whatever the full-log setting
     InsertTab(tab_, 0, log_texts::kFullLog);
     InsertTab(tab_, 1, log_texts::kExtractedLog);
     LoadLogRules();
@@ -216,6 +217,7 @@ void CLogExtenderDlg::OnInitDialog() {
 }
 
 void CLogExtenderDlg::OnDestroy() {
+    FlushPendingLines();
     redraw_.Flush();
     redraw_.SetOwner(nullptr);
     sounds_.reset();  // the library was given this window as its owner
@@ -263,6 +265,7 @@ void CLogExtenderDlg::Layout() {
 void CLogExtenderDlg::ShowSelectedPage() {
     const int page = SelectedPage();
     if (page != 0 && page != 1) return;
+    FlushPendingLines();
     redraw_.Flush();
     ::SetFocus(pages_[page]);
     ::ShowWindow(pages_[1 - page], SW_HIDE);
@@ -279,6 +282,7 @@ void CLogExtenderDlg::SelectPage(int page) {
 
 void CLogExtenderDlg::ToggleDock() {
     if (!m_hWnd || !child_.IsWindow()) return;
+    FlushPendingLines();
     redraw_.Flush();
     docked_ = !docked_;
     HWND extracted = pages_[1];
@@ -307,14 +311,25 @@ void CLogExtenderDlg::ClearCurrentPage() {
     const int page = SelectedPage();
     if (page != 0 && page != 1) return;
     if (!FullLogEnabled() && page != 1) return;
+    FlushPendingLines();
     redraw_.Flush();
     log_view::Clear(pages_[page]);
 }
 
 void CLogExtenderDlg::AppendLine(HWND view, const std::u16string& text, Colour colour) {
     if (!view) return;
-    log_view::Append(view, text, colour);
-    redraw_.Touched(view);
+    const int page = view == pages_[0] ? 0 : view == pages_[1] ? 1 : -1;
+    if (page < 0 || flushing_) {
+        log_view::Append(view, text, colour);
+        redraw_.Touched(view);
+        return;
+    }
+    std::vector<PendingRun>& runs = pending_[page];
+    if (runs.empty() || runs.back().colour != colour)
+        runs.push_back({colour, text});
+    else
+        runs.back().text += text;
+    if (lineDepth_ == 0) FlushPendingLines();
 }
 
 }  // namespace vrl

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "log/log_rules.h"
 #include "log/log_view_win.h"
@@ -69,11 +70,18 @@ public:
         if (docked != docked_) ToggleDock();
     }
     void ClearCurrentPage();
-    void ClearExtractedView() { child_.ClearView(); }
+    void ClearExtractedView() {
+        FlushPendingLines();
+        child_.ClearView();
+    }
     // The tab control's selection, shown: its view focused and visible, the other page hidden.
     void ShowSelectedPage();
 
+    // Lines are queued for their view and inserted together: see FlushPendingLines.
     void AppendLine(HWND view, const std::u16string& text, Colour colour);
+    // Inserts the lines still waiting for their views. Anything that reads, clears, moves or
+    // saves the views calls this first (the log windows do so for their own commands).
+    void FlushPendingLines();
     // (Re)reads LogEx.kcsv from the current folder and applies it to the views.
     void LoadLogRules();
     void WriteNotice(const std::u16string& text);
@@ -93,6 +101,9 @@ private:
     void ApplyLogFont();
     void PlayRuleSound(const LogRule& rule);
     bool FullLogEnabled() const;
+    void HandleLine(const COPYDATASTRUCT* data);
+    void TakeWaitingLines();
+    static LRESULT CALLBACK FlushBeforeOtherMessages(int code, WPARAM wp, LPARAM lp);
 
     CLogExtenderDlg_Child child_;
     HWND tab_ = nullptr;
@@ -111,6 +122,16 @@ private:
     HFONT logFont_ = nullptr;
     LOGFONTW lastFont_{};  // the description logFont_ was made from
     LogRedrawBatch redraw_;
+
+    // Lines not yet in their views, as runs of one colour per view (page 0, page 1).
+    struct PendingRun {
+        Colour colour;
+        std::u16string text;
+    };
+    std::vector<PendingRun> pending_[2];
+    int lineDepth_ = 0;     // nesting of ProcessLogLine
+    int linesInRun_ = 0;
+    bool flushing_ = false;
 };
 
 // The context menu of a log view ("テキストをコピー"), at `screenPoint`, owned by `owner`.

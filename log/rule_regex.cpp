@@ -3,6 +3,15 @@
 // when the walk backs up (a capture, a repetition counter, the position) or a branch still to
 // try. A lookahead runs a nested walk from the current position; nesting is bounded by the
 // compiler's limit on nested groups.
+//
+// A loop over a single character test (.* [^,]+ a*?) is walked without visiting its states: the
+// greedy one takes every character it can at once and gives them back one record at a time, the
+// lazy one takes one more character each time the walk backs up to it. The order of the tries is
+// the same, and such a loop can neither capture nor meet its own counter at the position where
+// it last began, so the result is too.
+//
+// Work that copies (the captures and counters a lookahead or a new start takes) is charged like
+// the steps it stands for, so a rule with thousands of groups stops as soon as a plain one would.
 
 #include "log/rule_regex.h"
 
@@ -31,6 +40,8 @@ enum class Rec : std::uint8_t {
     RestoreFirst,   // capture a's start back to b
     RestoreCapture, // capture a back to (b, c, flag)
     RestorePos,     // position back to a
+    GiveBack,       // greedy single loop: continue at state a from position c, then c-1, down to b
+    TakeOneMore,    // lazy single loop of state a: one more character at position b, then continue
 };
 
 struct Record {
@@ -59,6 +70,9 @@ struct Budget {
     }
 };
 
+// What copying n captures or counters is charged, in steps.
+std::size_t CopyCost(std::size_t n) { return n / 8; }
+
 // Ordinary rules need a few records per character of the line; this leaves a wide margin and
 // keeps a runaway walk to a few megabytes.
 constexpr std::size_t kMaxRecords = std::size_t{1} << 18;
@@ -76,6 +90,9 @@ public:
 private:
     int Visit(int id);  // handles one state; the next state to visit or kNoState
     int RepeatOnce(int id);
+    int SingleLoop(const State& s, int id);
+    int GiveBack(const Record& r);
+    int TakeOneMore(int id, int pos);
     bool AtBegin() const { return cur_ == begin_ && !prevAvail_; }
     bool IsWord(int pos) const { return p_.wordTable->Has(static_cast<wchar_t>(text_[static_cast<std::size_t>(pos)])); }
     bool WordBoundary() const {
@@ -115,6 +132,7 @@ bool Walk::Attempt(int begin, bool prevAvail, bool exact, int startState, Captur
     results_ = &results;
     cur_captures_ = results;
     top_ = 0;
+    if (!budget_.Spend(CopyCost(results.size()))) return false;
     int target = startState;
     for (;;) {
         if (target != kNoState) {
@@ -136,6 +154,8 @@ bool Walk::Attempt(int begin, bool prevAvail, bool exact, int startState, Captur
         case Rec::RestoreFirst: cur_captures_[static_cast<std::size_t>(r.a)].first = r.b; break;
         case Rec::RestoreCapture: cur_captures_[static_cast<std::size_t>(r.a)] = Capture{r.b, r.c, r.flag}; break;
         case Rec::RestorePos: cur_ = r.a; break;
+        case Rec::GiveBack: target = GiveBack(r); break;
+        case Rec::TakeOneMore: target = TakeOneMore(r.a, r.b); break;
         }
     }
 }
@@ -144,6 +164,7 @@ int Walk::Visit(int id) {
     const State& s = p_.states[static_cast<std::size_t>(id)];
     switch (s.op) {
     case Op::Repeat:
+        if (s.single) return SingleLoop(s, id);
         if (!s.neg) {
             Push(Rec::ThenState, s.next);
             return RepeatOnce(id);
@@ -188,6 +209,56 @@ int Walk::Visit(int id) {
     return kNoState;
 }
 
+int Walk::SingleLoop(const State& s, int id) {
+    if (s.neg) {
+        Push(Rec::RestorePos, cur_);
+        Push(Rec::TakeOneMore, id, cur_);
+        return s.next;
+    }
+    const State& body = p_.states[static_cast<std::size_t>(s.alt)];
+    int stop = cur_;
+    while (stop != end_ && p_.Consumes(body, static_cast<wchar_t>(text_[static_cast<std::size_t>(stop)]))) ++stop;
+    if (!budget_.Spend(static_cast<std::size_t>(stop - cur_) / 8)) return kNoState;
+    if (stop != cur_) {
+        Push(Rec::RestorePos, cur_);
+        Push(Rec::GiveBack, s.next, cur_, stop - 1);
+        cur_ = stop;
+    }
+    return s.next;
+}
+
+// When the loop is followed by a character test (after group marks, which change nothing the
+// test sees), the positions where that test fails are passed over here rather than tried one by
+// one.
+int Walk::GiveBack(const Record& r) {
+    int pos = r.c;
+    int after = r.a;
+    while (after != kNoState && (p_.states[static_cast<std::size_t>(after)].op == Op::GroupBegin ||
+                                 p_.states[static_cast<std::size_t>(after)].op == Op::GroupEnd ||
+                                 p_.states[static_cast<std::size_t>(after)].op == Op::Dummy))
+        after = p_.states[static_cast<std::size_t>(after)].next;
+    const State& next = p_.states[static_cast<std::size_t>(after == kNoState ? r.a : after)];
+    if (next.op == Op::MatchChar || next.op == Op::MatchAny || next.op == Op::MatchBracket) {
+        while (pos >= r.b && (pos == end_ || !p_.Consumes(next, static_cast<wchar_t>(text_[static_cast<std::size_t>(pos)]))))
+            --pos;
+    }
+    if (!budget_.Spend(1 + static_cast<std::size_t>(r.c - pos) / 8) || pos < r.b) return kNoState;
+    cur_ = pos;
+    if (pos != r.b) Push(Rec::GiveBack, r.a, r.b, pos - 1);
+    return r.a;
+}
+
+int Walk::TakeOneMore(int id, int pos) {
+    if (!budget_.Spend(1)) return kNoState;
+    const State& s = p_.states[static_cast<std::size_t>(id)];
+    if (pos == end_ || !p_.Consumes(p_.states[static_cast<std::size_t>(s.alt)],
+                                    static_cast<wchar_t>(text_[static_cast<std::size_t>(pos)])))
+        return kNoState;
+    cur_ = pos + 1;
+    Push(Rec::TakeOneMore, id, cur_);
+    return s.next;
+}
+
 // An iteration that would start where the previous one started is allowed twice, then refused;
 // this is what stops a loop over something that can match empty.
 int Walk::RepeatOnce(int id) {
@@ -209,7 +280,7 @@ int Walk::RepeatOnce(int id) {
 // The nested walk starts with a copy of the captures and hands back those it set. Its ^ and \b
 // see the current position as the start of the text, as the standard library's do.
 bool Walk::Lookahead(int inner) {
-    if (!budget_.Spend(1 + counts_.size() / 32)) return false;
+    if (!budget_.Spend(1 + CopyCost(2 * cur_captures_.size() + counts_.size()))) return false;
     Captures what = cur_captures_;
     Walk sub(p_, text_, budget_);
     if (!sub.Attempt(cur_, prevAvail_, false, inner, what)) return false;
@@ -274,9 +345,10 @@ std::optional<RuleRegex> RuleRegex::Compile(std::u16string_view pattern) {
 }
 
 RuleRegex::Result RuleRegex::Run(std::u16string_view text, bool whole, std::vector<std::u16string>* groups,
-                                 std::size_t budget, bool shortcut) const {
+                                 std::size_t budget, bool shortcut, std::size_t* spent) const {
     using namespace rx;
     if (groups != nullptr) groups->clear();
+    if (spent != nullptr) *spent = 0;
     const int lastStart = shortcut ? LastPossibleStart(*program_, text) : static_cast<int>(text.size());
     if (lastStart < 0) return Result::NoMatch;
     Budget spend;
@@ -284,8 +356,15 @@ RuleRegex::Result RuleRegex::Run(std::u16string_view text, bool whole, std::vect
     Captures results(static_cast<std::size_t>(program_->groupCount));
     Walk walk(*program_, text, spend);
     bool found = walk.Attempt(0, false, whole, program_->start, results);
-    for (int begin = 1; !found && !whole && !spend.exhausted && begin <= lastStart; ++begin)
+    const auto lineBreak = [](char16_t c) { return c == u'\n' || c == u'\r' || c == u'\u2028' || c == u'\u2029'; };
+    for (int begin = 1; !found && !whole && !spend.exhausted && begin <= lastStart; ++begin) {
+        if (program_->leadingAnyLoop) {
+            while (begin <= lastStart && !lineBreak(text[static_cast<std::size_t>(begin - 1)])) ++begin;
+            if (begin > lastStart) break;
+        }
         found = walk.Attempt(begin, true, false, program_->start, results);
+    }
+    if (spent != nullptr) *spent = spend.steps < budget ? spend.steps : budget;
     if (spend.exhausted) return Result::TooComplex;
     if (!found) return Result::NoMatch;
     CopyGroups(results, text, groups);
@@ -293,13 +372,13 @@ RuleRegex::Result RuleRegex::Run(std::u16string_view text, bool whole, std::vect
 }
 
 RuleRegex::Result RuleRegex::Search(std::u16string_view text, std::vector<std::u16string>* groups,
-                                    std::size_t budget) const {
-    return Run(text, false, groups, budget, true);
+                                    std::size_t budget, std::size_t* spent) const {
+    return Run(text, false, groups, budget, true, spent);
 }
 
 RuleRegex::Result RuleRegex::FullMatch(std::u16string_view text, std::vector<std::u16string>* groups,
-                                       std::size_t budget) const {
-    return Run(text, true, groups, budget, true);
+                                       std::size_t budget, std::size_t* spent) const {
+    return Run(text, true, groups, budget, true, spent);
 }
 
 RuleRegex::Result RuleRegex::SearchWithoutShortcut(std::u16string_view text, std::vector<std::u16string>* groups,

@@ -502,10 +502,21 @@ std::unique_ptr<RuleRegex::Program> CompileProgram(std::u16string_view pattern) 
     Compiler compiler(*program, wide);
     compiler.Run();
     int slots = 0;
-    for (State& s : program->states) {
-        if (s.op == Op::Repeat) s.index = slots++;
+    for (std::size_t id = 0; id < program->states.size(); ++id) {
+        State& s = program->states[id];
+        if (s.op != Op::Repeat) continue;
+        s.index = slots++;
+        if (s.alt == kNoState) continue;
+        const State& body = program->states[static_cast<std::size_t>(s.alt)];
+        const bool consumes = body.op == Op::MatchChar || body.op == Op::MatchAny || body.op == Op::MatchBracket;
+        s.single = consumes && body.next == static_cast<int>(id);
     }
     program->repeatSlots = slots;
+    const State& first = program->states[static_cast<std::size_t>(program->states[static_cast<std::size_t>(program->start)].next)];
+    program->leadingAnyLoop =
+        first.op == Op::Repeat && first.single && !first.neg &&
+        program->states[static_cast<std::size_t>(first.alt)].op == Op::MatchAny &&
+        std::none_of(program->states.begin(), program->states.end(), [](const State& s) { return s.op == Op::Lookahead; });
     const wchar_t w = L'w';
     program->wordTable = ClassTable::For(program->traits, program->traits.lookup_classname(&w, &w + 1));
     FindRequiredStates(*program);

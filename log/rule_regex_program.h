@@ -82,6 +82,7 @@ inline constexpr int kNoState = -1;
 struct State {
     Op op = Op::Dummy;
     bool neg = false;    // lazy repetition, \B, negative lookahead
+    bool single = false; // Repeat whose body is one consuming state looping straight back
     int next = kNoState;
     int alt = kNoState;  // Alternative, Repeat, Lookahead
     int index = 0;       // group (GroupBegin/End, Backref), bracket (MatchBracket), repeat slot
@@ -104,6 +105,10 @@ struct RuleRegex::Program {
     // Consuming states that every successful path passes through: a text in which one of them
     // matches nowhere cannot match, and a match cannot start after the last place they match.
     std::vector<int> required;
+    // The expression begins with a greedy .* and has no lookahead: when a search from one place
+    // fails, so does every search from a later place before the next line break, since the .*
+    // from the first reaches everything the later ones could.
+    bool leadingAnyLoop = false;
 
     bool Consumes(const rx::State& s, wchar_t c) const {
         switch (s.op) {

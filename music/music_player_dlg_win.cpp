@@ -9,6 +9,7 @@
 #include "app/app_state_win.h"
 #include "app/game_link_win.h"
 #include "music/music_texts.h"
+#include "settings/table_schema.h"
 #include "ui/layout_win.h"
 #include "ui/panel_style.h"
 #include "ui/panel_win.h"
@@ -17,8 +18,8 @@
 namespace vrl {
 namespace {
 
-constexpr const char16_t* kRulesFile = u"BGMEx.kcsv";
-constexpr const char16_t* kVolumeFile = u"Volume.kcsv";
+const std::u16string kRulesFile(tables::bgmex::kFile);
+const std::u16string kVolumeFile(tables::volume::kFile);
 
 constexpr DWORD kWindowStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX;
 constexpr DialogRect kWindowBox{0, 0, 276, 222};
@@ -212,11 +213,18 @@ void CMusicPlayerDlg::LoadMusicRules() {
 }
 
 void CMusicPlayerDlg::LoadVolumeTable() {
-    if (!volumeFile_.LoadFile(kVolumeFile)) volumeFile_ = KcsvFile();
+    volumeFile_ = KcsvFile();
+    const bool loaded = volumeFile_.LoadFile(kVolumeFile);
+    if (!loaded) volumeFile_ = KcsvFile();
+    // A file that is there but could not be read is the player's to mend: it is never overwritten.
+    WIN32_FILE_ATTRIBUTE_DATA file{};
+    volumeFileUnreadable_ = !loaded && ::GetFileAttributesExW(W(kVolumeFile), GetFileExInfoStandard, &file) &&
+                            (file.nFileSizeLow != 0 || file.nFileSizeHigh != 0);
     volumes_.Load(volumeFile_);
 }
 
 void CMusicPlayerDlg::SaveVolumeTable() {
+    if (volumeFileUnreadable_) return;
     volumes_.WriteTo(volumeFile_, masterVolume_);
     volumeFile_.SaveFile(kVolumeFile);
 }

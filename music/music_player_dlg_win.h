@@ -71,6 +71,7 @@ private:
     KcsvFile rulesTable_;
     std::vector<MusicRule> rules_;
     KcsvFile volumeFile_;
+    bool volumeFileUnreadable_ = false;
     VolumeTable volumes_;
     int masterVolume_ = VolumeTable::kDefault;
     std::u16string soundFontPath_;

@@ -4,16 +4,15 @@
 #include <cstring>
 
 #include "settings/kcsv.h"
+#include "settings/table_schema.h"
 
 namespace vrl {
 namespace {
 
 constexpr std::size_t kEntryChars = 259;
 
-constexpr LangText kPeriodNames[] = {
-    {u"Midnight", u"深夜"}, {u"Dawn", u"夜明け"}, {u"Morning", u"朝"},
-    {u"Noon", u"昼"},       {u"Dusk", u"宵"},     {u"Night", u"夜"},
-};
+namespace bgm = tables::bgmex;
+constexpr const LangText (&kPeriodNames)[6] = bgm::kTimeOfDay;
 constexpr LangText kHourMark{u"h", u"時"};
 
 // The map conditions that fall back on a more general one when they have no rules of their own.
@@ -124,11 +123,11 @@ constexpr std::size_t kMonthAt = 520, kDayAt = 524, kHourAt = 528, kMapObjectAt 
 }  // namespace
 
 std::vector<MusicRule> MusicRulesOf(const KcsvFile& table) {
-    const int orgfile = table.ColumnIndex(u"orgfile");
-    const int month = table.ColumnIndex(u"month");
-    const int day = table.ColumnIndex(u"day");
-    const int hour = table.ColumnIndex(u"hour");
-    const int playlist = table.ColumnIndex(u"playlist");
+    const int orgfile = table.ColumnIndex(bgm::kOrgFile);
+    const int month = table.ColumnIndex(bgm::kMonth);
+    const int day = table.ColumnIndex(bgm::kDay);
+    const int hour = table.ColumnIndex(bgm::kHour);
+    const int playlist = table.ColumnIndex(bgm::kPlaylist);
     auto cell = [&table](unsigned row, int column) {
         return column < 0 ? std::u16string() : table.Cell(row, static_cast<unsigned>(column), u"");
     };
@@ -141,11 +140,11 @@ std::vector<MusicRule> MusicRulesOf(const KcsvFile& table) {
     return rules;
 }
 
-std::u16string SoundFontOf(const KcsvFile& table) { return table.OptionValue(u"SoundFont"); }
+std::u16string SoundFontOf(const KcsvFile& table) { return table.OptionValue(bgm::kSoundFont); }
 
 int MidiDeviceCodeOf(const KcsvFile& table) {
-    if (table.OptionIndex(u"device") < 0) return 1;
-    switch (ReadInt(table.OptionValue(u"device"))) {
+    if (table.OptionIndex(bgm::kDevice) < 0) return 1;
+    switch (ReadInt(table.OptionValue(bgm::kDevice))) {
     case 0: return 1;
     case 1: return 2;
     case 2: return 3;

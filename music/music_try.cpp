@@ -11,6 +11,7 @@
 
 #include "music/volume_table.h"
 #include "settings/kcsv.h"
+#include "settings/table_schema.h"
 
 namespace vrl {
 namespace {
@@ -137,7 +138,7 @@ int RunMusicTry(const std::vector<std::u16string>& args, std::string* out, std::
     }
     KcsvFile volumes;
     bytes.clear();
-    if (ReadWhole(JoinPath(program, u"Volume.kcsv"), &bytes) && !bytes.empty()) volumes.ParseUtf8(bytes);
+    if (ReadWhole(JoinPath(program, std::u16string(tables::volume::kFile)), &bytes) && !bytes.empty()) volumes.ParseUtf8(bytes);
 
     GameFolders folders;
     DeriveGameFolders(program, &folders);

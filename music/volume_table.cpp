@@ -8,9 +8,9 @@
 namespace vrl {
 namespace {
 
-constexpr std::u16string_view kFileColumn = u"File";
-constexpr std::u16string_view kVolumeColumn = u"Volume";
-constexpr std::u16string_view kMasterOption = u"MasterVolume";
+constexpr std::u16string_view kFileColumn = tables::volume::kFileColumn;
+constexpr std::u16string_view kVolumeColumn = tables::volume::kVolume;
+constexpr std::u16string_view kMasterOption = tables::volume::kMasterVolume;
 
 std::u16string NumberText(int n) {
     const std::string digits = std::to_string(n);
@@ -19,7 +19,7 @@ std::u16string NumberText(int n) {
 
 // The clamp the table's schema gives a volume read from the file.
 int Ranged(std::u16string_view column, int value, bool option) {
-    if (const TableSchema* schema = FindTableSchema(u"Volume.kcsv")) {
+    if (const TableSchema* schema = FindTableSchema(tables::volume::kFile)) {
         if (option) {
             if (const OptionSpec* spec = FindOption(*schema, column)) return ApplyRange(spec->value.range, value);
         } else if (const ColumnSpec* spec = FindColumn(*schema, column)) {

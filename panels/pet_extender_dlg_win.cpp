@@ -134,7 +134,7 @@ bool CPetExtenderDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp,
     case WM_NOTIFY: {
         const auto* header = reinterpret_cast<const NMHDR*>(lp);
         if (header->idFrom != kListId || header->code != NM_CUSTOMDRAW) return false;
-        result = OnCustomDraw(*reinterpret_cast<const NMLVCUSTOMDRAW*>(lp));
+        result = OnCustomDraw(*reinterpret_cast<NMLVCUSTOMDRAW*>(lp));
         return true;
     }
     }
@@ -358,16 +358,14 @@ void CPetExtenderDlg::RebuildPictures() {
 
 // --- Drawing ---------------------------------------------------------------------------------
 
-LRESULT CPetExtenderDlg::OnCustomDraw(const NMLVCUSTOMDRAW& draw) {
+LRESULT CPetExtenderDlg::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
         return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
-    case CDDS_ITEMPREPAINT: {
-        auto& item = const_cast<NMLVCUSTOMDRAW&>(draw);
-        item.clrText = look_.text;
-        item.clrTextBk = look_.background;
+    case CDDS_ITEMPREPAINT:
+        draw.clrText = look_.text;
+        draw.clrTextBk = look_.background;
         return CDRF_DODEFAULT;
-    }
     case CDDS_POSTPAINT:
         DrawBars(draw.nmcd.hdc);
         return CDRF_DODEFAULT;

@@ -42,7 +42,7 @@ private:
     void OnCommand(int id, int code);
     void OnColourButton();
     void OnAutoAdjustClicked();
-    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     void DrawBars(HDC dc) const;
     void AutoAdjustColumns(int listWidth);
     int ListWidth() const;

@@ -1,5 +1,6 @@
 #include "panels/pet_info_colour_dlg_win.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -87,18 +88,25 @@ std::u16string WindowText(HWND window) {
     return U16(text);
 }
 
+// Centred on the owner, but wholly on the owner's screen: a panel at the edge of the screen must
+// not push its dialog off it.
 void CentreOn(HWND window, HWND owner) {
     RECT box{}, area{};
     ::GetWindowRect(window, &box);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(owner ? owner : window, MONITOR_DEFAULTTONEAREST), &monitor);
     if (owner) {
         ::GetWindowRect(owner, &area);
     } else {
-        ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+        area = monitor.rcWork;
     }
     const int width = box.right - box.left;
     const int height = box.bottom - box.top;
-    ::SetWindowPos(window, nullptr, (area.left + area.right - width) / 2, (area.top + area.bottom - height) / 2, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT& work = monitor.rcWork;
+    const int x = std::max<int>(work.left, std::min<int>((area.left + area.right - width) / 2, work.right - width));
+    const int y = std::max<int>(work.top, std::min<int>((area.top + area.bottom - height) / 2, work.bottom - height));
+    ::SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 }  // namespace

@@ -15,6 +15,10 @@ std::int32_t Int32At(const unsigned char* p) {
     return static_cast<std::int32_t>(v);
 }
 
+void PutInt32(unsigned char* p, std::int32_t value) {
+    for (int i = 0; i < 4; ++i) p[i] = static_cast<unsigned char>(static_cast<std::uint32_t>(value) >> (8 * i));
+}
+
 std::u16string Number(std::int64_t value) {
     const std::string digits = std::to_string(value);
     return std::u16string(digits.begin(), digits.end());
@@ -31,17 +35,51 @@ std::string PetRecord::NameBytes() const {
     return std::string(name.begin(), end);
 }
 
+template <typename Visit>
+void PetRecord::ForEachField(PetRecord& pet, Visit visit) {
+    std::int32_t* const fields[] = {&pet.status, &pet.level, &pet.xp, &pet.xpNeeded, &pet.hp, &pet.hpMax,
+                                    &pet.mp,     &pet.mpMax, &pet.st, &pet.stMax,    &pet.areaKind};
+    std::size_t offset = 68;
+    for (std::int32_t* field : fields) {
+        visit(*field, offset);
+        offset += 4;
+    }
+}
+
 PetRecord PetRecord::Decode(const unsigned char* wire) {
     PetRecord pet;
     pet.chipId = Int32At(wire);
     std::memcpy(pet.name.data(), wire + 4, kNameBytes);
-    std::int32_t* const fields[] = {&pet.status, &pet.level, &pet.xp, &pet.xpNeeded, &pet.hp, &pet.hpMax,
-                                    &pet.mp,     &pet.mpMax, &pet.st, &pet.stMax,    &pet.areaKind};
-    const unsigned char* at = wire + 68;
-    for (std::int32_t* field : fields) {
-        *field = Int32At(at);
-        at += 4;
-    }
+    ForEachField(pet, [wire](std::int32_t& field, std::size_t offset) { field = Int32At(wire + offset); });
+    return pet;
+}
+
+void PetRecord::Encode(std::string& out) const {
+    const std::size_t start = out.size();
+    out.resize(start + kWireSize, '\0');
+    auto* wire = reinterpret_cast<unsigned char*>(&out[start]);
+    PutInt32(wire, chipId);
+    std::memcpy(wire + 4, name.data(), kNameBytes);
+    PetRecord copy = *this;
+    ForEachField(copy, [wire](std::int32_t& field, std::size_t offset) { PutInt32(wire + offset, field); });
+}
+
+PetRecord PetRecord::Make(const std::string& petName, std::int32_t status, std::int32_t level, std::int32_t xp,
+                          std::int32_t xpNeeded, std::int32_t hp, std::int32_t hpMax, std::int32_t mp,
+                          std::int32_t mpMax, std::int32_t st, std::int32_t stMax, std::int32_t areaKind) {
+    PetRecord pet;
+    std::memcpy(pet.name.data(), petName.data(), std::min(petName.size(), kNameBytes));
+    pet.status = status;
+    pet.level = level;
+    pet.xp = xp;
+    pet.xpNeeded = xpNeeded;
+    pet.hp = hp;
+    pet.hpMax = hpMax;
+    pet.mp = mp;
+    pet.mpMax = mpMax;
+    pet.st = st;
+    pet.stMax = stMax;
+    pet.areaKind = areaKind;
     return pet;
 }
 

@@ -34,6 +34,16 @@ struct PetRecord {
     // The name's bytes, up to its NUL or all 64 of them.
     std::string NameBytes() const;
     static PetRecord Decode(const unsigned char* wire);
+    // The wire form, appended to `out` (what the module sends; for tests and benchmarks).
+    void Encode(std::string& out) const;
+    // A slot with `name` (cut at 64 bytes) and the fields in the order of the wire.
+    static PetRecord Make(const std::string& name, std::int32_t status, std::int32_t level, std::int32_t xp,
+                          std::int32_t xpNeeded, std::int32_t hp, std::int32_t hpMax, std::int32_t mp,
+                          std::int32_t mpMax, std::int32_t st, std::int32_t stMax, std::int32_t areaKind = 0);
+
+private:
+    template <typename Visit>
+    static void ForEachField(PetRecord& pet, Visit visit);
 };
 
 // How many records a payload holds: the count the sender claims, but never more than its bytes carry.

@@ -17,26 +17,45 @@ demo=$out/demo
 shots=$root/screenshots
 rm -rf "$demo" "$shots"
 mkdir -p "$demo/Morva/Vorrel" "$demo/Morva/user/sound" "$demo/Morva/user/music" "$demo/Morva/sound" "$demo/handshake" "$shots"
+mkdir -p "$demo/Morva/save/hero" && cp "$root/scripts/demo/Vrl_EquipSet.ini" "$demo/Morva/save/hero/"
 cp "$bin/DemoGame.exe" "$demo/Morva/"
 cp "$bin/VrlBoot.exe" "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
 cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/dev/null || true
-cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
+cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/PetInfo.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
 python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 cp "$root/scripts/demo/BGMEx.kcsv" "$demo/Morva/Vorrel/"
 printf 'RIFF\0\0\0\0sfbk' >"$demo/Morva/Vorrel/demo.sf2"
 for music in town field night raid; do python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/music/$music.wav"; done
+mkdir -p "$demo/Morva/Vorrel/screenshot" "$demo/Morva/Vorrel/save.bak"
+cp "$demo/Morva/user/sound/alert.wav" "$demo/Morva/sound/pray1.wav"
 
 dpi=${VRL_DEMO_DPI:-96}
 [[ $dpi == 96 ]] && dpi_tag= || dpi_tag=-${dpi}dpi
 VRL_WINE_DPI=$dpi source scripts/wine-session.sh
 win() { /usr/lib/wine/wine64 winepath -w "$1" 2>/dev/null; }
 game_exe=$(win "$demo/Morva/DemoGame.exe")
+# A Japanese player's system: Japanese code page and texts (Wine takes them from the locale).
+ja_env=(LANG=ja_JP.UTF-8)
+if ! locale -a 2>/dev/null | grep -qi '^ja_JP.utf-\?8$'; then
+  mkdir -p "$out/locale"
+  [[ -d $out/locale/ja_JP.UTF-8 ]] || localedef -i ja_JP -f UTF-8 "$out/locale/ja_JP.UTF-8" 2>/dev/null || true
+  ja_env+=(LOCPATH="$out/locale")
+fi
 status=0
 for language in en ja; do
   lang_index=0; [[ $language == ja ]] && lang_index=1
-  printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=%s\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\n' \
+  printf '[Vorrel_v5]\r\nwstrMorva=%s\r\niLanguage=%s\r\nenLogExtender=1\r\nenLogExtender_FullLog=1\r\nenScreenshot=1\r\nenMusicExtender=1\r\nenPetInfo=1\r\nenItemInfo=1\r\nenQuickSearch=1\r\nenEquipSet=1\r\nenTreasureMap=1\r\n' \
     "$game_exe" "$lang_index" > "$demo/Morva/Vorrel/Vrl.ini"
-  /usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" "$language" &
+  # The Japanese game writes its log in Japanese: its lines take the place of the English ones,
+  # with rules that match them.
+  lang_env=()
+  if [[ $language == ja ]]; then
+    lang_env=("${ja_env[@]}")
+    cp "$root/scripts/demo/ja/LogEx.kcsv" "$demo/Morva/Vorrel/"
+    awk 'FNR == NR { lines = lines $0 "\n"; next } /^log / { if (!done) printf "%s", lines; done = 1; next } { print }' \
+      "$root/scripts/demo/ja/log.scenario" "$root/scripts/demo/VrlDLL.scenario" > "$demo/Morva/Vorrel/VrlDLL.scenario"
+  fi
+  env "${lang_env[@]}" /usr/lib/wine/wine64 "$bin/vrl_demo_driver.exe" "$(win "$demo/Morva/Vorrel")" "$(win "$demo/handshake")" "$language" &
   driver=$!
   while kill -0 "$driver" 2>/dev/null; do
     if [[ -f $demo/handshake/request ]]; then

@@ -2,15 +2,15 @@
 
 namespace vrl {
 
-RECT AnchoredRect(HWND panel, const UnitRect& units, int clientWidth, int clientHeight) {
+PixelRect AnchoredWindowRect(HWND window, const UnitRect& units, int width, int height) {
     RECT r{units.left, units.top, units.right, units.bottom};
-    ::MapDialogRect(panel, &r);
-    // Decided on the unit values: rounding to pixels must not move an edge to the other side.
-    if (units.left < 0) r.left += clientWidth;
-    if (units.right < 1) r.right += clientWidth;
-    if (units.top < 0) r.top += clientHeight;
-    if (units.bottom < 1) r.bottom += clientHeight;
-    return r;
+    ::MapDialogRect(window, &r);
+    return AnchorInArea(units, PixelRect{r.left, r.top, r.right, r.bottom}, width, height);
+}
+
+RECT AnchoredRect(HWND panel, const UnitRect& units, int clientWidth, int clientHeight) {
+    const PixelRect r = AnchoredWindowRect(panel, units, clientWidth, clientHeight);
+    return RECT{r.left, r.top, r.right, r.bottom};
 }
 
 void MoveAnchored(HWND panel, HWND control, const UnitRect& units, int clientWidth,

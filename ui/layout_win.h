@@ -4,16 +4,15 @@
 
 #include <windows.h>
 
-namespace vrl {
+#include "ui/geometry.h"
 
-// Left, top, right, bottom in dialog units of the panel's font.
-struct UnitRect {
-    int left, top, right, bottom;
-};
+namespace vrl {
 
 // The pixel rectangle of `units` in a client area of `clientWidth` x `clientHeight`:
 // (6, 24, -6, -6) stays 6 units away from every edge; a right or bottom of 0 is the edge itself.
 RECT AnchoredRect(HWND panel, const UnitRect& units, int clientWidth, int clientHeight);
+// The same for a window placed in an area of `width` x `height` by its own dialog units.
+PixelRect AnchoredWindowRect(HWND window, const UnitRect& units, int width, int height);
 
 // Moves the control to its anchored rectangle and repaints it.
 void MoveAnchored(HWND panel, HWND control, const UnitRect& units, int clientWidth,

@@ -15,4 +15,8 @@ void SetProgramIcons(HWND window);
 // "<name in the language in force> - Vorrel".
 void SetPanelTitle(HWND window, const LangText& name);
 
+// Centres `window` on its parent, or on the work area of its monitor when it has no parent worth
+// centring on (none, hidden or minimised); kept inside the work area.
+void CentreOnParent(HWND window);
+
 }  // namespace vrl

@@ -3,8 +3,10 @@
 // sets the event named in VRL_SIM_READY_EVENT:
 //   plain   CreateProcessW of the game;
 //   launch  the executable check (16 MiB read and marker scan) and CreateProcessWithDllW with
-//           VrlDLL.dll, as the game launch does it.
-// The two ways alternate run by run, so drifts of the machine hit both alike.
+//           VrlDLL.dll, as the game launch does it;
+//   idle    the same with IdleModule.dll, a module that does nothing when loaded: what the
+//           launcher itself adds, without the stand-in's own set-up in its DllMain.
+// The three ways take turns run by run, so drifts of the machine hit all alike.
 #include "app/game_launch_win.h"
 #include "app/process_with_dll_win.h"
 
@@ -21,6 +23,7 @@ namespace {
 struct Bench {
     std::wstring game;
     std::string dll;
+    std::string idleDll;
     HANDLE ready = nullptr;
     LARGE_INTEGER frequency{};
 };
@@ -35,7 +38,9 @@ struct Timing {
 };
 
 // Starts the game one way, waits for its first constructor, ends it. Negative times on failure.
-Timing TimeOneStart(const Bench& bench, bool withModule) {
+enum class Way { Plain, Launch, Idle };
+
+Timing TimeOneStart(const Bench& bench, Way way) {
     ResetEvent(bench.ready);
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
@@ -45,11 +50,11 @@ Timing TimeOneStart(const Bench& bench, bool withModule) {
     LARGE_INTEGER end;
     QueryPerformanceCounter(&start);
     BOOL started = FALSE;
-    if (withModule) {
+    if (way != Way::Plain) {
         started = vrl::ExecutableCarriesHspMarker(bench.game) &&
                   vrl::CreateProcessWithDllW(bench.game.c_str(), nullptr, nullptr, nullptr, FALSE,
                                              CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr, &startup, &pi,
-                                             bench.dll.c_str());
+                                             (way == Way::Launch ? bench.dll : bench.idleDll).c_str());
     } else {
         started = CreateProcessW(bench.game.c_str(), nullptr, nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE,
                                  nullptr, nullptr, &startup, &pi);
@@ -98,6 +103,7 @@ int wmain(int argc, wchar_t** argv) {
     const std::wstring folder = OwnFolder();
     bench.game = folder + L"\\DemoGame.exe";
     bench.dll = vrl::ChooseDllImportName(folder + L"\\VrlDLL.dll", vrl::ModulePathAnsi(""));
+    bench.idleDll = vrl::ChooseDllImportName(folder + L"\\IdleModule.dll", vrl::ModulePathAnsi(""));
     const std::wstring eventName = L"VrlLaunchBench" + std::to_wstring(GetCurrentProcessId());
     bench.ready = CreateEventW(nullptr, TRUE, FALSE, eventName.c_str());
     // The module must stay idle: no scenario, no transcript, no companion to wait for.
@@ -106,41 +112,46 @@ int wmain(int argc, wchar_t** argv) {
     SetEnvironmentVariableW(L"VRL_SIM_TRANSCRIPT", nullptr);
     SetEnvironmentVariableW(L"VRL_SIM_CONNECT_MS", L"0");
 
-    if (TimeOneStart(bench, false).ready < 0 || TimeOneStart(bench, true).ready < 0) {  // warm-up, not counted
-        std::fprintf(stderr, "the demo game did not start (error %lu)\n", GetLastError());
-        return 1;
+    for (Way way : {Way::Plain, Way::Launch, Way::Idle}) {  // warm-up, not counted
+        if (TimeOneStart(bench, way).ready < 0) {
+            std::fprintf(stderr, "the demo game did not start (error %lu)\n", GetLastError());
+            return 1;
+        }
     }
-    std::vector<double> plain;
-    std::vector<double> launch;
-    std::vector<double> plainReturned;
-    std::vector<double> launchReturned;
+    const Way ways[3] = {Way::Plain, Way::Launch, Way::Idle};
+    std::vector<double> ready[3];
+    std::vector<double> returned[3];
     for (int i = 0; i < runs; ++i) {
-        const bool launchFirst = i % 2 == 1;
-        const Timing first = TimeOneStart(bench, launchFirst);
-        const Timing second = TimeOneStart(bench, !launchFirst);
-        if (first.ready < 0 || second.ready < 0) continue;
-        const Timing& withModule = launchFirst ? first : second;
-        const Timing& without = launchFirst ? second : first;
-        launch.push_back(withModule.ready);
-        launchReturned.push_back(withModule.returned);
-        plain.push_back(without.ready);
-        plainReturned.push_back(without.returned);
+        Timing timing[3];
+        bool complete = true;
+        for (int k = 0; k < 3; ++k) {
+            const int w = (i + k) % 3;
+            timing[w] = TimeOneStart(bench, ways[w]);
+            complete = complete && timing[w].ready >= 0;
+        }
+        if (!complete) continue;
+        for (int w = 0; w < 3; ++w) {
+            ready[w].push_back(timing[w].ready);
+            returned[w].push_back(timing[w].returned);
+        }
     }
     CloseHandle(bench.ready);
     std::vector<double> checks;
     for (int i = 0; i < runs; ++i) checks.push_back(TimeCheck(bench));
-    if (plain.empty()) {
+    if (ready[0].empty()) {
         std::fprintf(stderr, "no run completed\n");
         return 1;
     }
-    const double plainMedian = Median(plain);
-    const double launchMedian = Median(launch);
-    std::printf("runs: %zu each\n", plain.size());
+    const double plainMedian = Median(ready[0]);
+    std::printf("runs: %zu each\n", ready[0].size());
     std::printf("plain CreateProcess to first constructor: median %.2f ms (call returned after %.2f ms)\n",
-                plainMedian, Median(plainReturned));
-    std::printf("launch path (check + start with module):  median %.2f ms (call returned after %.2f ms)\n",
-                launchMedian, Median(launchReturned));
+                plainMedian, Median(returned[0]));
+    std::printf("launch path with the module stand-in:     median %.2f ms (call returned after %.2f ms)\n",
+                Median(ready[1]), Median(returned[1]));
+    std::printf("launch path with a module doing nothing:  median %.2f ms (call returned after %.2f ms)\n",
+                Median(ready[2]), Median(returned[2]));
     std::printf("of which the executable check:            median %.2f ms\n", Median(checks));
-    std::printf("ratio launch / plain: %.2f\n", launchMedian / plainMedian);
+    std::printf("ratio launch / plain, with the stand-in:  %.2f\n", Median(ready[1]) / plainMedian);
+    std::printf("ratio launch / plain, the launcher alone: %.2f\n", Median(ready[2]) / plainMedian);
     return 0;
 }

@@ -3,8 +3,11 @@
 // the player's views. At each view it writes "<n>-<name>" to HANDSHAKE_FOLDER\request and waits
 // until the demo script answers by deleting the file (after taking its screenshot).
 #include <windows.h>
+// GDI+ after windows.h, which it builds on.
+#include <gdiplus.h>
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 namespace {
@@ -26,9 +29,12 @@ void Shot(const char* name) {
     char label[128];
     std::snprintf(label, sizeof label, "%02d-%s", ++n, name);
     const std::wstring request = g_handshake + L"\\request";
-    if (FILE* f = _wfopen(request.c_str(), L"wb")) {
+    // Written whole under another name first: the script must never read a half-written request.
+    const std::wstring partial = request + L".tmp";
+    if (FILE* f = _wfopen(partial.c_str(), L"wb")) {
         std::fputs(label, f);
         std::fclose(f);
+        MoveFileExW(partial.c_str(), request.c_str(), MOVEFILE_REPLACE_EXISTING);
     }
     for (int i = 0; i < 300 && GetFileAttributesW(request.c_str()) != INVALID_FILE_ATTRIBUTES; ++i) Sleep(100);
     std::printf("shot %s\n", label);
@@ -47,6 +53,131 @@ void PressKey(WORD key) {
     SendInput(2, keys, sizeof(INPUT));
 }
 
+// The equip set window as the module opens it for the character "hero", then its restore list.
+void ShowEquipSets(HWND frame, HWND game) {
+    HWND status = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 12)));
+    // Before the game has loaded a character the player is told so.
+    SendMessageW(status, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"nobody"));
+    PostMessageW(frame, 0xA000, 0, 0);
+    if (HWND box = WaitFor(L"#32770", L"", 3000)) {
+        Sleep(300);
+        Shot("equip-set-no-character");
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        Sleep(300);
+    }
+    SendMessageW(status, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"hero"));
+    SendMessageW(frame, 0xA000, 0, 0);
+    HWND equip = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 20)));
+    if (!equip || !IsWindowVisible(equip)) return;
+    RECT gameRect{};
+    GetWindowRect(game, &gameRect);
+    SetWindowPos(equip, HWND_TOP, gameRect.left + 60, gameRect.top + 80, 0, 0, SWP_NOSIZE);
+    Sleep(300);
+    Shot("equip-set-menu");
+    HWND list = GetDlgItem(equip, 1000);
+    PostMessageW(list, WM_KEYDOWN, VK_RETURN, 0);
+    Sleep(300);
+    PostMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
+    Sleep(300);
+    Shot("equip-set-restore");
+    for (WORD key : {VK_LEFT, VK_DOWN, VK_DOWN, VK_RETURN, VK_RETURN}) {  // back, edit, the first set
+        PostMessageW(list, WM_KEYDOWN, key, 0);
+        Sleep(200);
+    }
+    if (HWND edit = WaitFor(L"#32770", L"Edit", 3000)) {
+        Sleep(300);
+        Shot("equip-set-rename");
+        PostMessageW(edit, WM_COMMAND, IDCANCEL, 0);
+        Sleep(300);
+    }
+    PostMessageW(list, WM_KEYDOWN, VK_SHIFT, 0);
+    Sleep(300);
+}
+
+// The game shows its treasure map and the module orders the copy; then the game opens a taller
+// view of itself (its further window, published in slot 36) and the copy follows its scale.
+void ShowTreasureMap(HWND frame, HWND game, bool japanese) {
+    HWND map = WaitFor(L"#32770", japanese ? L"宝の地図 - Vorrel" : L"Treasure Map - Vorrel", 2000);
+    if (!map) return;
+    // The player looks at the map in the game: the game is in front, over the other panels.
+    SetWindowPos(game, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
+    SendMessageW(game, WM_APP + 0x38, 1, 0);
+    PostMessageW(map, WM_HOTKEY, 1200, 0);
+    Sleep(1200);
+    Shot("treasure-map");
+    const LRESULT further = SendMessageW(game, WM_APP + 0x36, 300, 900);
+    SetWindowLongW(frame, 36, static_cast<LONG>(further));
+    // Beside the game, so that it leaves the map in the game window uncovered.
+    SetWindowPos(reinterpret_cast<HWND>(further), HWND_TOP, 830, 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+    PostMessageW(map, WM_HOTKEY, 1200, 0);
+    Sleep(1200);
+    Shot("treasure-map-scaled");
+}
+
+// The newest file of `folder`, or an empty path.
+std::wstring NewestFile(const std::wstring& folder) {
+    std::wstring newest;
+    FILETIME newestTime{};
+    WIN32_FIND_DATAW found{};
+    HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return newest;
+    do {
+        if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
+        if (newest.empty() || CompareFileTime(&found.ftLastWriteTime, &newestTime) > 0) {
+            newest = folder + L"\\" + found.cFileName;
+            newestTime = found.ftLastWriteTime;
+        }
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+    return newest;
+}
+
+// A plain window showing a picture file at half its size, so the player sees what a shot wrote.
+std::unique_ptr<Gdiplus::Bitmap> g_picture;
+
+LRESULT CALLBACK PictureWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_PAINT) {
+        PAINTSTRUCT paint;
+        HDC dc = BeginPaint(window, &paint);
+        RECT client;
+        GetClientRect(window, &client);
+        Gdiplus::Graphics graphics(dc);
+        if (g_picture) graphics.DrawImage(g_picture.get(), 0, 0, client.right, client.bottom);
+        EndPaint(window, &paint);
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND ShowPicture(const std::wstring& path, int x, int y) {
+    g_picture = std::make_unique<Gdiplus::Bitmap>(path.c_str());
+    if (g_picture->GetLastStatus() != Gdiplus::Ok) return nullptr;
+    WNDCLASSW cls{};
+    cls.lpfnWndProc = PictureWindowProc;
+    cls.hInstance = GetModuleHandleW(nullptr);
+    cls.lpszClassName = L"VrlDemoPicture";
+    cls.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    RegisterClassW(&cls);
+    RECT frame{0, 0, static_cast<LONG>(g_picture->GetWidth() / 2), static_cast<LONG>(g_picture->GetHeight() / 2)};
+    AdjustWindowRect(&frame, WS_OVERLAPPEDWINDOW, FALSE);
+    const std::wstring title = path.substr(path.find_last_of(L'\\') + 1);
+    HWND window = CreateWindowW(L"VrlDemoPicture", title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, x, y,
+                                frame.right - frame.left, frame.bottom - frame.top, nullptr, nullptr,
+                                cls.hInstance, nullptr);
+    UpdateWindow(window);
+    return window;
+}
+
+// Lets the picture window paint.
+void PumpFor(DWORD ms) {
+    const DWORD end = GetTickCount() + ms;
+    while (GetTickCount() < end) {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+        Sleep(20);
+    }
+}
+
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
@@ -55,6 +186,9 @@ int wmain(int argc, wchar_t** argv) {
         return 2;
     }
     const std::wstring program = argv[1];
+    Gdiplus::GdiplusStartupInput gdiplusInput;
+    ULONG_PTR gdiplusToken = 0;
+    Gdiplus::GdiplusStartup(&gdiplusToken, &gdiplusInput, nullptr);
     g_handshake = argv[2];
     const bool japanese = argc > 3 && std::wstring(argv[3]) == L"ja";
     const wchar_t* fullLogTitle = japanese ? L"全ログ - Vorrel" : L"Full Log - Vorrel";
@@ -107,6 +241,21 @@ int wmain(int argc, wchar_t** argv) {
         Shot("music-panel");
     }
 
+    // The pet panel beside the game, then its colour dialog.
+    HWND pets = WaitFor(L"#32770", japanese ? L"ペット情報 - Vorrel" : L"Pet Information - Vorrel", 2000);
+    if (pets) {
+        Place(pets, 160, 300, 1000, 560);
+        SendMessageW(frame, WM_COMMAND, 34105, 0);
+        Sleep(500);
+        Shot("pet-panel");
+        PostMessageW(pets, WM_COMMAND, MAKEWPARAM(1002, BN_CLICKED), 0);
+        HWND colours = WaitFor(L"#32770", japanese ? L"色の設定 - ペット情報" : L"Config Color of Pet Information", 5000);
+        Sleep(500);
+        Shot("pet-colours");
+        if (colours) PostMessageW(colours, WM_COMMAND, IDCANCEL, 0);
+        Sleep(300);
+    }
+
     // The item the module sent, beside the game; the quick search bar below it with its list open.
     HWND itemPanel = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetWindowLongW(frame, 28)));
     if (IsWindow(itemPanel)) {
@@ -129,8 +278,35 @@ int wmain(int argc, wchar_t** argv) {
     PostMessageW(frame, WM_APP + 1, 1234, WM_RBUTTONDOWN);
     Sleep(800);
     Shot("tray-menu");
+    PressKey('S');
+    Sleep(500);
+    Shot("tray-screenshot-menu");
+    PressKey(VK_ESCAPE);
+    PressKey('W');
+    Sleep(500);
+    Shot("tray-placement-menu");
+    PressKey(VK_ESCAPE);
     PressKey(VK_ESCAPE);
     Sleep(300);
+
+    // A screenshot of the client area through the tray command, shown as the player opens it.
+    SendMessageW(frame, WM_COMMAND, 33002, 0);
+    const std::wstring shotFile = NewestFile(program + L"\\screenshot");
+    std::printf("screenshot file: %ls\n", shotFile.c_str());
+    if (HWND picture = shotFile.empty() ? nullptr : ShowPicture(shotFile, 380, 300)) {
+        PumpFor(300);
+        Shot("screenshot-taken");
+        DestroyWindow(picture);
+    }
+
+    // Window placement: the arrangement saved, the default layout, then the saved one back.
+    SendMessageW(frame, WM_COMMAND, 34000, 0);
+    SendMessageW(frame, WM_COMMAND, 34004, 0);
+    Sleep(500);
+    Shot("placement-reset");
+    SendMessageW(frame, WM_COMMAND, 34001, 0);
+    Sleep(500);
+    Shot("placement-restored");
 
     PostMessageW(frame, WM_COMMAND, 34108, 0);
     HWND about = WaitFor(L"#32770", aboutTitle, 5000);
@@ -139,11 +315,24 @@ int wmain(int argc, wchar_t** argv) {
     if (about) PostMessageW(about, WM_COMMAND, IDOK, 0);
     Sleep(300);
 
+    ShowEquipSets(frame, game);
+    ShowTreasureMap(frame, game, japanese);
+
+    // The tray's Exit while the game runs asks first; No keeps both.
+    PostMessageW(frame, WM_COMMAND, 32776, 0);
+    HWND question = WaitFor(L"#32770", L"Vorrel", 5000);
+    Sleep(300);
+    Shot("exit-question");
+    if (question) PostMessageW(question, WM_COMMAND, IDNO, 0);
+    Sleep(300);
+
     PostMessageW(game, WM_CLOSE, 0, 0);
     DWORD code = STILL_ACTIVE;
     if (WaitForSingleObject(companion.hProcess, 10000) == WAIT_OBJECT_0) GetExitCodeProcess(companion.hProcess, &code);
     std::printf("companion exit code %lu\n", code);
     CloseHandle(companion.hThread);
     CloseHandle(companion.hProcess);
+    g_picture.reset();
+    Gdiplus::GdiplusShutdown(gdiplusToken);
     return code == 1 ? 0 : 1;
 }

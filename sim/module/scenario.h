@@ -28,7 +28,8 @@ enum class Op {
     kStatic1,      // static1 TEXT: text of the status static in slot 12
     kWord,         // word: the text of the quick search word box in slot 16
     kScreen,       // screen N: slot 4
-    kOpen36,       // open36: the game opens its further window, published in slot 36
+    kOpen36,       // open36 [WIDTH HEIGHT]: the game opens its further window, published in slot 36
+    kShowMap,      // showmap 1|0: the game shows or hides its treasure map
     kWait,         // wait MS
     kWaitFor,      // waitfor TARGET
     kClose,        // close: WM_CLOSE to the game window
@@ -48,7 +49,7 @@ struct Command {
     std::string text;                  // log, log0, static1: UTF-8 after escapes
     std::vector<unsigned char> bytes;  // logbytes, copydata, music (the record)
     std::int64_t first = 0;            // message, id, slot index, bits, screen, milliseconds, dwData, code
-    std::int64_t second = 0;           // wParam, slot value
+    std::int64_t second = 0;           // wParam, slot value, height
     ItemInfoRecord item;               // item: every field but the name, which is `text`
     std::vector<std::int32_t> numbers; // pet: status, area, level, xp, next, hp, max, mp, max, st, max
 };

@@ -18,6 +18,7 @@ constexpr DWORD kLongestWaitMs = 600000;
 constexpr DWORD kPollMs = 20;
 constexpr UINT kOpenFurtherWindow = WM_APP + 0x36;
 constexpr UINT kDestroyMainWindow = WM_APP + 0x37;
+constexpr UINT kShowMap = WM_APP + 0x38;
 constexpr int kSlotGameWindow = 0;
 constexpr int kSlotScreen = 4;
 constexpr int kSlotReload = 8;
@@ -192,10 +193,11 @@ std::string ScenarioRunner::ReadWord() {
     return "\"" + Utf8(std::wstring(word, std::min<std::size_t>(length, 259))) + "\"";
 }
 
-std::string ScenarioRunner::OpenFurtherWindow() {
+std::string ScenarioRunner::OpenFurtherWindow(int width, int height) {
     if (game_ == nullptr || !IsWindow(game_)) return "error: no game window";
     DWORD_PTR result = 0;
-    if (!SendMessageTimeoutW(game_, kOpenFurtherWindow, 0, 0, SMTO_ABORTIFHUNG, kSendTimeoutMs, &result) ||
+    if (!SendMessageTimeoutW(game_, kOpenFurtherWindow, static_cast<WPARAM>(width), static_cast<LPARAM>(height),
+                             SMTO_ABORTIFHUNG, kSendTimeoutMs, &result) ||
         result == 0) {
         return "error: no further window";
     }
@@ -290,7 +292,14 @@ std::string ScenarioRunner::Execute(const Command& c) {
         case Op::kScreen:
             return WriteSlot(kSlotScreen, static_cast<LONG>(c.first));
         case Op::kOpen36:
-            return OpenFurtherWindow();
+            return OpenFurtherWindow(static_cast<int>(c.first), static_cast<int>(c.second));
+        case Op::kShowMap: {
+            DWORD_PTR ignored = 0;
+            if (game_ == nullptr) return "error: no game window";
+            return SendMessageTimeoutW(game_, kShowMap, c.first != 0, 0, SMTO_ABORTIFHUNG, kSendTimeoutMs, &ignored)
+                       ? "ok"
+                       : "error: no answer";
+        }
         case Op::kWait:
             Sleep(static_cast<DWORD>(std::clamp<std::int64_t>(c.first, 0, kLongestWaitMs)));
             return "ok";

@@ -30,7 +30,8 @@ private:
     std::string SendToFrame(UINT message, WPARAM wParam, LPARAM lParam);
     std::string WriteSlot(int index, LONG value);
     std::string WaitFor(Target target);
-    std::string OpenFurtherWindow();
+    // Opens (or resizes, when `width` and `height` are not 0) the game's further window.
+    std::string OpenFurtherWindow(int width, int height);
     // The quick search word box's text, in double quotes.
     std::string ReadWord();
     std::string QueuePet(const Command& command);

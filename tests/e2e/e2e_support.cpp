@@ -1,6 +1,8 @@
 #include "e2e_support.h"
 
 #include <commctrl.h>
+#include <shellapi.h>
+#include <gtest/gtest.h>
 #include <tlhelp32.h>
 
 #include <cstdlib>
@@ -48,6 +50,14 @@ void Install::WriteProgramFile(const std::wstring& name, const std::string& byte
 }
 
 std::string Install::ReadTranscript() const { return vrltest::ReadFileBytes(transcript); }
+
+std::string Install::WaitForScenarioEnd() const {
+    const char* const end = "module: end of scenario";
+    std::string text;
+    WaitUntil([&] { return (text = ReadTranscript()).find(end) != std::string::npos; }, 20000);
+    EXPECT_NE(text.find(end), std::string::npos) << text;
+    return text;
+}
 
 bool Install::ProgramFileExists(const std::wstring& name) const {
     return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -175,6 +185,15 @@ HWND VisibleWindowOf(DWORD processId, const wchar_t* className) {
     return search.found;
 }
 
+bool TrayIconShown(HWND frame) {
+    // Changing nothing in an icon succeeds only while the icon is there.
+    NOTIFYICONDATAW data{};
+    data.cbSize = sizeof data;
+    data.hWnd = frame;
+    data.uID = 1234;
+    return ::Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
+}
+
 void Press(HWND box, int buttonId) { ::PostMessageW(box, WM_COMMAND, MAKEWPARAM(buttonId, BN_CLICKED), 0); }
 
 std::string WindowText(HWND window) {
@@ -232,6 +251,26 @@ COLORREF ScreenPixel(int x, int y) {
     const COLORREF colour = ::GetPixel(screen, x, y);
     ::ReleaseDC(nullptr, screen);
     return colour;
+}
+
+std::vector<DWORD> ScreenPixels(const RECT& area) {
+    const int width = area.right - area.left, height = area.bottom - area.top;
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    HDC screen = ::GetDC(nullptr);
+    HDC memory = ::CreateCompatibleDC(screen);
+    HBITMAP bitmap = ::CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    HGDIOBJ old = ::SelectObject(memory, bitmap);
+    ::BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
+    ::GdiFlush();
+    std::vector<DWORD> pixels(static_cast<const DWORD*>(bits), static_cast<const DWORD*>(bits) + width * height);
+    ::SelectObject(memory, old);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(memory);
+    ::ReleaseDC(nullptr, screen);
+    for (DWORD& pixel : pixels) pixel &= 0xFFFFFF;
+    return pixels;
 }
 
 void EndDemoGames() {

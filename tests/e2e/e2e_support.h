@@ -38,6 +38,9 @@ struct Install {
     void WriteProgramFile(const std::wstring& name, const std::string& bytes) const;
     void WriteScenario(const std::string& scenario) const { WriteProgramFile(L"VrlDLL.scenario", scenario); }
     std::string ReadTranscript() const;
+    // Waits (20 s at most) until the module has played its whole scenario; the transcript, which
+    // the failure names when it has not.
+    std::string WaitForScenarioEnd() const;
     bool ProgramFileExists(const std::wstring& name) const;
 };
 
@@ -84,6 +87,8 @@ struct MessageBoxSeen {
 MessageBoxSeen WaitForMessageBox(DWORD processId, DWORD ms);
 // A visible top-level window of the process (of that class, when given), or null.
 HWND VisibleWindowOf(DWORD processId, const wchar_t* className = nullptr);
+// Whether the notification area holds the companion's icon (on `frame`, which may be gone).
+bool TrayIconShown(HWND frame);
 // Presses a message box button (IDOK, IDYES, IDNO...).
 void Press(HWND box, int buttonId);
 
@@ -106,6 +111,8 @@ std::vector<std::vector<std::string>> ListViewRows(HWND list, int columns);
 std::vector<std::string> ComboBoxEntries(HWND combo);
 // The colour of a pixel of the screen, as 0x00BBGGRR.
 COLORREF ScreenPixel(int x, int y);
+// The pixels of a rectangle of the screen, row by row from the top, each as 0x00RRGGBB.
+std::vector<DWORD> ScreenPixels(const RECT& area);
 
 // With VRL_SHOT_SIGNAL set (a folder), announces "<folder>\<name>.ready" and holds the screen
 // still for VRL_MENU_HOLD_MS, so that a script can take a screenshot.

@@ -5,6 +5,7 @@
 
 #include "e2e_support.h"
 
+
 namespace {
 
 using e2e::Companion;
@@ -35,27 +36,31 @@ bool IsProcessAlive(HWND window) {
     return pid != 0;
 }
 
-TEST(ExitTogether, NoKeepsBothRunningAndYesClosesTheGameAndThenTheCompanion) {
+// In Japanese on an English system: the tray's Exit asks, No keeps both running, Yes closes the game
+// and then the companion, which takes its icon with it.
+TEST(ExitTogether, TheTraysExitAsksInTheChosenLanguageAndTakesTheTrayIconAlong) {
+    ASSERT_NE(::GetUserDefaultLCID(), 0x0411u) << "the test needs an English system";
     Running run;
     std::unique_ptr<Companion> companion;
-    StartGame(run, companion);
+    StartGame(run, companion, {}, "iLanguage=1\r\n");
+    EXPECT_TRUE(e2e::TrayIconShown(run.frame));
 
-    ::PostMessageW(run.frame, WM_CLOSE, 0, 0);
-    e2e::MessageBoxSeen box = e2e::WaitForMessageBox(companion->ProcessId(), 5000);
-    ASSERT_TRUE(box.window);
-    EXPECT_EQ(box.caption, L"Vorrel");
-    EXPECT_EQ(box.text, L"Morva is still running. Exit together?\r\n(*Game progress will NOT be saved.)");
-    e2e::Press(box.window, IDNO);
-    ::Sleep(500);
-    EXPECT_EQ(companion->WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));
-    EXPECT_TRUE(::IsWindow(run.game));
-
-    ::PostMessageW(run.frame, WM_CLOSE, 0, 0);
-    box = e2e::WaitForMessageBox(companion->ProcessId(), 5000);
-    ASSERT_TRUE(box.window);
-    e2e::Press(box.window, IDYES);
+    for (int answer : {IDNO, IDYES}) {
+        ::PostMessageW(run.frame, WM_COMMAND, 32776, 0);
+        const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(companion->ProcessId(), 5000);
+        ASSERT_TRUE(box.window);
+        EXPECT_EQ(box.caption, L"Vorrel");
+        EXPECT_EQ(box.text, L"Morvaはまだ動作中です。一緒に終了しますか？\r\n（※セーブはしません。）");
+        e2e::Press(box.window, answer);
+        if (answer == IDNO) {
+            ::Sleep(500);
+            EXPECT_EQ(companion->WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));
+            EXPECT_TRUE(::IsWindow(run.game));
+        }
+    }
     EXPECT_EQ(companion->WaitExit(5000), 1u);
     EXPECT_FALSE(::IsWindow(run.game));
+    EXPECT_FALSE(e2e::TrayIconShown(run.frame));
 }
 
 TEST(GameWatch, AGameThatKeepsAFurtherWindowIsEndedWithTheCompanion) {
@@ -77,6 +82,26 @@ TEST(GameWatch, AGameThatKeepsAFurtherWindowIsEndedWithTheCompanion) {
     EXPECT_EQ(::WaitForSingleObject(gameProcess, 5000), WAIT_OBJECT_0) << "the lingering game was terminated";
     ::CloseHandle(gameProcess);
     EXPECT_FALSE(IsProcessAlive(further));
+}
+
+TEST(GameWatch, AFurtherWindowOfAnotherProcessNeverEndsTheGame) {
+    Running run;
+    std::unique_ptr<Companion> companion;
+    StartGame(run, companion, "wait 1000\nopen36\n");
+    ASSERT_TRUE(e2e::WaitUntil([&] { return ::GetWindowLongW(run.frame, 36) != 0; }, 5000));
+    HWND stranger = ::CreateWindowExW(0, L"Static", L"stranger", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                      nullptr, nullptr);
+    ::SetWindowLongW(run.frame, 36, static_cast<LONG>(reinterpret_cast<LONG_PTR>(stranger)));
+    DWORD gamePid = 0;
+    ::GetWindowThreadProcessId(run.game, &gamePid);
+    HANDLE gameProcess = ::OpenProcess(SYNCHRONIZE, FALSE, gamePid);
+    ASSERT_TRUE(gameProcess);
+
+    ::PostMessageW(run.game, WM_APP + 0x37, 0, 0);
+    EXPECT_EQ(companion->WaitExit(5000), 1u);
+    EXPECT_EQ(::WaitForSingleObject(gameProcess, 500), static_cast<DWORD>(WAIT_TIMEOUT));
+    ::CloseHandle(gameProcess);
+    ::DestroyWindow(stranger);
 }
 
 TEST(FrameCommands, SettingsEditorCommandAndForeignIdsAndRequests) {

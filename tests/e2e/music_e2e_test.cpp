@@ -66,15 +66,7 @@ struct MusicSession {
         ASSERT_TRUE(panel);
     }
 
-    std::string WaitForScenario() const {
-        std::string transcript;
-        e2e::WaitUntil([&] {
-            transcript = install.ReadTranscript();
-            return transcript.find("module: end of scenario") != std::string::npos;
-        }, 20000);
-        EXPECT_NE(transcript.find("module: end of scenario"), std::string::npos) << transcript;
-        return transcript;
-    }
+    std::string WaitForScenario() const { return install.WaitForScenarioEnd(); }
 
     std::vector<std::string> Trace() const { return vrltest::ReadLines(install.ProgramFile(L"bass_trace.txt")); }
 
@@ -224,10 +216,23 @@ TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {
     ::SendMessageW(music.panel, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));
     EXPECT_EQ(music.Text(kFileVolumeValue), "70");
     EXPECT_EQ(Field(Calls(music.Trace(), "BASS_ChannelSetAttribute").back(), "value"), "0.7");
+    // Closing only hides the panel; the tray item brings it back.
+    ::SendMessageW(music.panel, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_FALSE(::IsWindowVisible(music.panel));
+    ::SendMessageW(e2e::WaitForFrame(1000), WM_COMMAND, 34100, 0);
+    EXPECT_TRUE(::IsWindowVisible(music.panel));
     music.EndGame();
     const std::string saved = vrltest::ReadFileBytes(music.install.ProgramFile(L"Volume.kcsv"));
     EXPECT_NE(saved.find("MasterVolume:100"), std::string::npos) << saved;
     EXPECT_NE(saved.find("loop.ogg,70"), std::string::npos) << saved;
+
+    // A Volume.kcsv the program cannot read is left as the player wrote it.
+    const std::string unreadable = "#column,File,Volume\r\nthis is not a table\r\n";
+    music.install.WriteProgramFile(L"Volume.kcsv", unreadable);
+    music.Start("music 1 1 1 1 5 1 bgm01.mid\nwait 1500\nclose\n");  // the game closes once seen, the companion follows
+    EXPECT_EQ(music.companion->WaitExit(20000), 1u);
+    EXPECT_EQ(vrltest::ReadFileBytes(music.install.ProgramFile(L"Volume.kcsv")), unreadable);
+    music.install.WriteProgramFile(L"Volume.kcsv", saved);
 
     // Without the library: the same request lists the kept volume and plays nothing.
     ::DeleteFileW(music.install.ProgramFile(L"bass.dll").c_str());

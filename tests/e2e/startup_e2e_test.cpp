@@ -38,15 +38,24 @@ TEST(Startup, WithNoGameConfiguredTheSettingsEditorStartsInstead) {
     EXPECT_TRUE(e2e::WaitUntil([&] { return install.ProgramFileExists(L"VrlConfig.started"); }, 5000));
 }
 
+// A game executable without the marker is never started, so no game window ever shows.
+struct WithoutAGame {
+    static Install MakeMarkerlessInstall() {
+        e2e::InstallOptions options;
+        options.markerlessGame = true;
+        Install install = e2e::MakeInstall(options);
+        install.WriteIni();
+        return install;
+    }
+    Install install = MakeMarkerlessInstall();
+    Companion companion{install};
+};
+
 TEST(Startup, AGameWithoutTheMarkerIsReportedAfterAboutThreeSeconds) {
-    e2e::InstallOptions options;
-    options.markerlessGame = true;
-    const Install install = e2e::MakeInstall(options);
-    install.WriteIni();
-    Companion companion(install);
+    WithoutAGame run;
     ASSERT_TRUE(e2e::WaitForFrame());
     const ULONGLONG start = ::GetTickCount64();
-    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(companion.ProcessId(), 10000);
+    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(run.companion.ProcessId(), 10000);
     ASSERT_TRUE(box.window);
     const ULONGLONG elapsed = ::GetTickCount64() - start;
     EXPECT_EQ(box.text, L"Cannot find Morva Window");
@@ -54,7 +63,19 @@ TEST(Startup, AGameWithoutTheMarkerIsReportedAfterAboutThreeSeconds) {
     EXPECT_GE(elapsed, 2000u);
     EXPECT_EQ(::FindWindowW(L"hspwnd0", nullptr), nullptr) << "a game without the marker is never started";
     e2e::Press(box.window, IDOK);
-    EXPECT_EQ(companion.WaitExit(5000), 0u);
+    EXPECT_EQ(run.companion.WaitExit(5000), 0u);
+}
+
+// The frame base's Exit (57665) before any game window was found closes at once, without asking,
+// and takes the tray icon along.
+TEST(Startup, ExitWithoutAGameWindowEndsAtOnce) {
+    WithoutAGame run;
+    HWND frame = e2e::WaitForFrame();
+    ASSERT_TRUE(frame);
+    EXPECT_TRUE(e2e::TrayIconShown(frame));
+    ::PostMessageW(frame, WM_COMMAND, 57665, 0);
+    EXPECT_EQ(run.companion.WaitExit(2000), 1u);
+    EXPECT_FALSE(e2e::TrayIconShown(frame));
 }
 
 TEST(Startup, AGoodGameStartsWithTheModuleLoadedFirstAndEndsTheCompanion) {

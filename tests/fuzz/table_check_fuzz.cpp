@@ -3,6 +3,7 @@
 
 #include "settings/table_check.h"
 #include "settings/table_schema.h"
+#include "settings/table_try.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -19,8 +20,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
 
     const auto lastLine = 1 + static_cast<unsigned>(std::count(bytes.begin(), bytes.end(), '\n'));
-    for (const vrl::TableProblem& problem : vrl::CheckTableText(name, bytes)) {
+    const int language = data[0] >> 7;  // the high bit picks the language of the messages
+    for (const vrl::TableProblem& problem : vrl::CheckTableText(name, bytes, language)) {
         if (problem.line < 1 || problem.line > lastLine || problem.message.empty()) std::abort();
+    }
+    if (name == vrl::tables::logex::kFile) {  // a line tried against the log rules is always explained
+        vrl::TrialPlace place;
+        place.programFolder = u"C:\\Morva\\Vorrel";
+        place.language = language;
+        if (vrl::TryLogLine(bytes, u"[12] You gain ally joined.", place).empty()) std::abort();
     }
     return 0;
 }

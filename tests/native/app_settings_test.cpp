@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <map>
-#include <set>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -35,56 +37,56 @@ public:
     }
 };
 
-TEST(AppSettings, TableHasEveryKeyOnceInReadingOrder) {
-    const auto& table = AppSettings::KeyTable();
-    ASSERT_EQ(table.size(), 78u);
-    EXPECT_EQ(table.front().name, u"iLanguage");
-    EXPECT_EQ(table[1].name, u"wstrMorva");
-    EXPECT_EQ(table[2].name, u"enLogExtender");
-    EXPECT_EQ(table[51].name, u"enCheatEngine");
-    EXPECT_EQ(table[52].name, u"iStockMK");
-    EXPECT_EQ(table.back().name, u"iCharacterWeight");
-    std::set<std::u16string_view> names;
-    for (const auto& entry : table) {
-        EXPECT_TRUE(names.insert(entry.name).second) << "twice in the table";
-        EXPECT_EQ(entry.type == AppSettings::KeyType::String, entry.text != nullptr);
-        EXPECT_EQ(entry.type == AppSettings::KeyType::Integer, entry.integer != nullptr);
-    }
-}
+// Every key in its place: the settings editor writes them under these names.
+const char16_t* const kKeys[] = {
+    u"iLanguage", u"wstrMorva", u"enLogExtender", u"enLogExtender_FullLog", u"enItemInfo", u"enPetInfo",
+    u"enTreasureMap", u"enLabel", u"enEnchantFinder", u"enColorizeIdentifiedItem", u"enColorizeNotOwnedItem",
+    u"enWeightGraph", u"enShowPiggyBank", u"enShowFoodRemainingTime", u"enShowFoodRank", u"enShowQuestItem",
+    u"enQuestCounter", u"enListExtender", u"enStockMK", u"enQuestStatus", u"enQuestNpcDir",
+    u"enShowUnappraised", u"enFrameCounter", u"enEtherwindAlert", u"enSetInfoPos", u"enShowRestock",
+    u"enUseComma", u"enShowWeight", u"enShowSleepiness", u"enShowWet", u"enShowSatiety", u"enShowStamina",
+    u"enDateFormat", u"enCharacterCreateHelper", u"enCasinoFix", u"enHideNoParty", u"enEquipSet",
+    u"enScreenshot", u"enScreenshotIncludeFrame", u"enQuickSearch", u"enRestoreWindowPlacement",
+    u"enNumlockOff", u"enMorvaScaler", u"enMusicExtender", u"enMusicExtender_NoReplace",
+    u"enMusicExtender_SupressRestart", u"enWeightAdjust", u"enNoZip", u"enCustomRealDate", u"enSaveBackup",
+    u"enDangerCheat", u"enCheatEngine", u"iStockMK", u"iScreenshotRange", u"iScreenshotFormat",
+    u"iJpegQuality", u"iInfoLayerFrame", u"iInfoLayerStamina", u"iInfoLayerSatiety", u"iInfoLayerEtherwind",
+    u"iInfoLayerQuestCount", u"iInfoLayerQuestNpcDir", u"iDateFormat", u"iSatietyFormat", u"iSatietyPos",
+    u"iWeightGraphPosition_Right", u"iWeightGraphColor_Gain", u"iWeightGraphColor_Current",
+    u"iWeightGraphColor_Lose", u"iCustomRealDate_Month", u"iCustomRealDate_Day", u"iMorvaScaler_Fullscreen",
+    u"iMorvaScaler_Nearest", u"iMorvaScaler_Magnification", u"iSaveFolders", u"iInterval", u"iCharacterLevel",
+    u"iCharacterWeight",
+};
 
-TEST(AppSettings, KeyTypesComeFromTheNamePrefix) {
-    EXPECT_EQ(AppSettings::TypeOfKey(u"wstrMorva"), AppSettings::KeyType::String);
-    EXPECT_EQ(AppSettings::TypeOfKey(u"sName"), AppSettings::KeyType::String);
-    EXPECT_EQ(AppSettings::TypeOfKey(u"enPetInfo"), AppSettings::KeyType::Integer);
-    EXPECT_EQ(AppSettings::TypeOfKey(u"uCount"), AppSettings::KeyType::Integer);
-    EXPECT_EQ(AppSettings::TypeOfKey(u"bFlag"), AppSettings::KeyType::Skipped);
-}
-
-TEST(AppSettings, OnlyTheGameGivenLeavesDefaults) {
+TEST(AppSettings, ReadsEveryKeyByNameInItsPlaceIntoAValueOfItsOwn) {
     FakeProfile profile;
+    for (int i = 0; i < 78; ++i) {
+        const std::string number = std::to_string(i + 1);
+        profile.values[kKeys[i]] = std::u16string(number.begin(), number.end());
+    }
     profile.values[u"wstrMorva"] = u"C:\\Morva\\morva.exe";
     AppSettings settings;
     settings.Load(profile);
-    EXPECT_EQ(settings.wstrMorva, u"C:\\Morva\\morva.exe");
-    EXPECT_EQ(settings.iLanguage, -1);  // default kept: the locale decides later
-    EXPECT_EQ(settings.enLogExtender, 0);
-    EXPECT_EQ(settings.iCharacterWeight, 0);
-    ASSERT_EQ(profile.readOrder.size(), 78u);
-    EXPECT_EQ(profile.readOrder.front(), u"iLanguage");
-}
+    EXPECT_EQ(profile.readOrder, std::vector<std::u16string>(std::begin(kKeys), std::end(kKeys)));
 
-TEST(AppSettings, ValuesAreReadLikeTheProfileFunctionsAndStringsAreCut) {
-    FakeProfile profile;
-    profile.values[u"enPetInfo"] = u"abc";
-    profile.values[u"enQuickSearch"] = u"7";
-    profile.values[u"iJpegQuality"] = u"-12px";
-    profile.values[u"wstrMorva"] = std::u16string(300, u'x');
-    AppSettings settings;
-    settings.Load(profile);
-    EXPECT_EQ(settings.enPetInfo, 0);
-    EXPECT_EQ(settings.enQuickSearch, 7);
-    EXPECT_EQ(settings.iJpegQuality, -12);
-    EXPECT_EQ(settings.wstrMorva.size(), 255u);
+    const auto& table = AppSettings::KeyTable();
+    ASSERT_EQ(table.size(), 78u);
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        if (table[i].type == AppSettings::KeyType::Integer) {
+            EXPECT_EQ(settings.*table[i].integer, static_cast<int>(i) + 1) << i;
+        }
+    }
+    EXPECT_EQ(settings.wstrMorva, u"C:\\Morva\\morva.exe");
+    // The values the program acts on, by name.
+    const std::pair<int, int> used[] = {
+        {settings.iLanguage, 1},         {settings.enLogExtender, 3},   {settings.enLogExtender_FullLog, 4},
+        {settings.enItemInfo, 5},        {settings.enPetInfo, 6},       {settings.enTreasureMap, 7},
+        {settings.enEquipSet, 37},       {settings.enScreenshot, 38},   {settings.enScreenshotIncludeFrame, 39},
+        {settings.enQuickSearch, 40},    {settings.enRestoreWindowPlacement, 41},
+        {settings.enNumlockOff, 42},     {settings.enMusicExtender, 44}, {settings.iScreenshotRange, 54},
+        {settings.iScreenshotFormat, 55}, {settings.iJpegQuality, 56},  {settings.iCharacterWeight, 78},
+    };
+    for (const auto& [value, position] : used) EXPECT_EQ(value, position);
 }
 
 TEST(AppSettings, LanguageFollowsTheLocaleOnlyWhenUnset) {

@@ -60,6 +60,11 @@ TEST(LogRulesTest, ABrokenOrTooCostlyExpressionDoesNotStopLaterRules) {
     const auto set = Load(u"", u"\"(a|aa)*$\",0,1\r\n\"(x+x+)+y\",0,1\r\nb\r\n");
     EXPECT_FALSE(set.Matches(0, line));
     EXPECT_EQ(set.FirstMatch(line), 2u);
+    // Two costly expressions spend what one line may cost: a later expression is not tried,
+    // a later plain keyword still is.
+    const auto costly = Load(u"", u"\"(a|aa)*$\",0,1\r\n\"(a|aa)*$\",0,1\r\nb$,0,1\r\nb\r\n");
+    EXPECT_TRUE(costly.Matches(2, line));
+    EXPECT_EQ(costly.FirstMatch(line), 3u);
 }
 
 TEST(LogRulesTest, RuleFieldsFromTheirColumns) {

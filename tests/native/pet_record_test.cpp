@@ -11,33 +11,19 @@ namespace {
 using vrl::PetRecord;
 using vrl::PetRows;
 
-struct Pet {
-    const char* name;
-    int status, level, xp, xpNeeded, hp, hpMax, mp, mpMax, st, stMax, area;
-};
-
-void PutInt(std::vector<unsigned char>& out, std::size_t at, int value) {
-    for (int i = 0; i < 4; ++i) out[at + i] = static_cast<unsigned char>(static_cast<unsigned>(value) >> (8 * i));
-}
+using Pet = PetRecord;
 
 // The message as the module sends it: one 112-byte record per slot.
 std::vector<unsigned char> Message(const std::vector<Pet>& pets) {
-    std::vector<unsigned char> out(pets.size() * PetRecord::kWireSize, 0);
-    for (std::size_t i = 0; i < pets.size(); ++i) {
-        const std::size_t at = i * PetRecord::kWireSize;
-        const Pet& p = pets[i];
-        PutInt(out, at, 1000 + static_cast<int>(i));
-        std::memcpy(&out[at + 4], p.name, std::min<std::size_t>(std::strlen(p.name), 64));
-        const int fields[] = {p.status, p.level, p.xp, p.xpNeeded, p.hp, p.hpMax, p.mp, p.mpMax, p.st, p.stMax, p.area};
-        for (std::size_t f = 0; f < 11; ++f) PutInt(out, at + 68 + 4 * f, fields[f]);
-    }
-    return out;
+    std::string bytes;
+    for (const Pet& pet : pets) pet.Encode(bytes);
+    return std::vector<unsigned char>(bytes.begin(), bytes.end());
 }
 
-const Pet kPutit{"putit", 1, 3, 10, 50, 20, 30, 5, 8, 70, 100, 0};
-const Pet kDog{"dog", 6, 7, 0, 90, 40, 40, 0, 0, 100, 100, 0};
-const Pet kCat{"cat", 7, 2, 1, 9, 9, 9, 1, 1, 1, 1, 0};
-const Pet kEmpty{"", 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+const Pet kPutit = Pet::Make("putit", 1, 3, 10, 50, 20, 30, 5, 8, 70, 100);
+const Pet kDog = Pet::Make("dog", 6, 7, 0, 90, 40, 40, 0, 0, 100, 100);
+const Pet kCat = Pet::Make("cat", 7, 2, 1, 9, 9, 9, 1, 1, 1, 1);
+const Pet kEmpty;
 
 PetRows::Update Take(PetRows& rows, const std::vector<Pet>& pets, int filter = vrl::kPetFilterAll) {
     const auto bytes = Message(pets);
@@ -45,10 +31,13 @@ PetRows::Update Take(PetRows& rows, const std::vector<Pet>& pets, int filter = v
 }
 
 TEST(PetRecord, DecodesTheWireLayoutAndCountsOnlyWhatThePayloadHolds) {
-    const Pet museum{"Gwen", 9, 12, 300, 1000, -5, 0, 1, 2, 3, 4, 101};
+    Pet museum = Pet::Make("Gwen", 9, 12, 300, 1000, -5, 0, 1, 2, 3, 4, 101);
+    museum.chipId = 1000;
     const auto bytes = Message({museum});
     const PetRecord pet = PetRecord::Decode(bytes.data());
     EXPECT_EQ(pet.chipId, 1000);
+    EXPECT_EQ(bytes[68], 9);  // status right after the name
+    EXPECT_EQ(bytes[108], 101);
     EXPECT_EQ(pet.NameBytes(), "Gwen");
     EXPECT_EQ(pet.status, 9);
     EXPECT_EQ(pet.hp, -5);
@@ -112,16 +101,16 @@ TEST(PetRows, OnlyChangedCellsAreRewrittenUntilTheRowCountChanges) {
     EXPECT_EQ(same.changedColumns[0] | same.changedColumns[1], 0u);
 
     Pet hurt = kDog;
-    hurt.hp = 12;
+    hurt.hpMax = 12;
     const PetRows::Update oneCell = Take(rows, {kPutit, hurt});
     EXPECT_EQ(oneCell.changedColumns[0], 0u);
     EXPECT_EQ(oneCell.changedColumns[1], 1u << vrl::kPetColumnHp);
 
     Pet moved = kCat;
     moved.status = 9;
-    moved.area = 31;
+    moved.areaKind = 31;
     Take(rows, {kPutit, moved});
-    moved.area = 101;  // same status, another area: another text
+    moved.areaKind = 101;  // same status, another area: another text
     EXPECT_EQ(Take(rows, {kPutit, moved}).changedColumns[1], 1u << vrl::kPetColumnStatus);
 
     const PetRows::Update fewer = Take(rows, {kPutit});

@@ -203,6 +203,49 @@ TEST(RuleRegexTest, OrdinaryRulesOnFullLinesStayWithinTheBudget) {
     }
 }
 
+TEST(RuleRegexTest, RulesThatGoOverTheLineOnceForEachPlaceFinishOnTheLongestLine) {
+    std::u16string party;
+    while (party.size() < 700) party += u"the ally waits ";
+    party += u"Bob joined ";
+    while (party.size() < 2045) party += u"an ally rests ";
+    party.resize(2045);
+    const std::u16string as = u"ab" + std::u16string(2043, u'a');
+    struct Case {
+        const char16_t* pattern;
+        const std::u16string& text;
+        RuleRegex::Result search, whole;
+    };
+    using R = RuleRegex::Result;
+    for (const Case& c : {Case{u".*ally.*joined", party, R::Match, R::NoMatch},
+                          Case{u".*ally.*joined$", party, R::NoMatch, R::NoMatch},
+                          Case{u"(.*)ally(.*)joined", party, R::Match, R::NoMatch},
+                          Case{u".*?ally.*?joined", party, R::Match, R::NoMatch},
+                          Case{u".*a.*b", as, R::Match, R::NoMatch},
+                          Case{u"(.*)a(.*)b.*", as, R::Match, R::Match}}) {
+        SCOPED_TRACE(std::string(c.pattern, c.pattern + std::char_traits<char16_t>::length(c.pattern)));
+        const auto re = RuleRegex::Compile(c.pattern);
+        ASSERT_TRUE(re);
+        EXPECT_EQ(re->Search(c.text), c.search);
+        EXPECT_EQ(re->FullMatch(c.text), c.whole);
+    }
+}
+
+// Each lookahead starts from a copy of every capture: thousands of groups make each one cost
+// thousands of steps.
+TEST(RuleRegexTest, CopyingCapturesCostsSteps) {
+    std::u16string groups;
+    for (int i = 0; i < 30000; ++i) groups += u"()";
+    const auto plain = RuleRegex::Compile(u"(?:(?=a)a|(?=a)aa)*$");
+    const auto heavy = RuleRegex::Compile(groups + u"(?:(?=a)a|(?=a)aa)*$");
+    ASSERT_TRUE(plain && heavy);
+    EXPECT_EQ(plain->FullMatch(u"aaaa", nullptr, 1000), RuleRegex::Result::Match);
+    EXPECT_EQ(heavy->FullMatch(u"aaaa", nullptr, 1000), RuleRegex::Result::TooComplex);
+    std::size_t spent = 0;
+    EXPECT_EQ(heavy->Search(LongLine(u'a', u'b'), nullptr, RuleRegex::kStepBudget, &spent),
+              RuleRegex::Result::TooComplex);
+    EXPECT_EQ(spent, RuleRegex::kStepBudget);
+}
+
 TEST(RuleRegexTest, TheBudgetIsWhatStopsTheWork) {
     const auto re = RuleRegex::Compile(u"(a|aa)*c");
     ASSERT_TRUE(re);

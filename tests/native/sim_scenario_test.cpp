@@ -114,6 +114,8 @@ TEST(Scenario, NumbersWindowsAndArgumentCountsAreChecked) {
     EXPECT_EQ(Parse("waitfor fulllog").target, Target::kFullLog);
     EXPECT_EQ(Parse("waitfor map").target, Target::kTreasureMap);
     EXPECT_EQ(Parse("  closemain  ").op, Op::kCloseMain);
+    EXPECT_EQ(Parse("open36").first, -1) << "no size: the further window keeps its own";
+    EXPECT_EQ(Parse("open36 240 1200").second, 1200);
     ErrorOf("slot 8");
     ErrorOf("wait 10ms");
     ErrorOf("waitfor nothing");
@@ -125,10 +127,6 @@ TEST(Scenario, FileSplitsOnLineBreaksAndDropsTheByteOrderMark) {
     const std::vector<std::string> lines = vrl::sim::SplitScenarioLines("\xEF\xBB\xBFlog a\r\n\r\nexit\nwait 5");
     EXPECT_EQ(lines, (std::vector<std::string>{"log a", "", "exit", "wait 5"}));
 }
-
-}  // namespace
-
-namespace {
 
 TEST(Scenario, PetSlotsAreWrittenWithReadableFields) {
     vrl::sim::Command c = Parse("pet \"Little \\\"Gwen\\\"\" 9 101 12 300/1000 -5/0 1/2 3/4");

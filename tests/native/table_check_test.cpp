@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
+#include <fstream>
+#include <sys/stat.h>
 #include <cstdio>
 #include <string>
 #include <unistd.h>
@@ -62,10 +65,10 @@ TEST(TableCheck, LogRulesAsTheLogWindowReadsThem) {
                                       "#format,kcsv\r\n#option,MasterVolume:abc,bkcolor:red\r\n"
                                       "#column,keyword,exact,regex,volume,color,colour\r\n"
                                       "[,0,1,-5,#ff80\r\n[,0,0,80%,#FF8000\r\n,,,70,\r\n,1,,70,\r\nx,off,00\r\n"
-                                      "a,b,c,d,e,f,g\r\n#note\r\n");
+                                      "a,b,c,d,e,f,g\r\n#note\r\n,,1,70\r\n#option,MasterVolum:1,FontItalic:256\r\n");
     EXPECT_TRUE(Mentions(report, "2: option MasterVolume \"abc\" is not a number; it reads as 0; the program uses 50"));
     EXPECT_TRUE(Mentions(report, "2: option bkcolor \"red\" is not a colour"));
-    EXPECT_TRUE(Mentions(report, "3: unknown column \"colour\""));
+    EXPECT_TRUE(Mentions(report, "3: unknown column \"colour\"; the program ignores it (did you mean color?)"));
     EXPECT_FALSE(Mentions(report, "missing column"));
     EXPECT_TRUE(Mentions(report, "4: keyword \"[\" is not a valid regular expression; this rule never matches"));
     EXPECT_TRUE(Mentions(report, "4: volume -5 is outside 50 to 100; the program uses 100"));
@@ -77,7 +80,14 @@ TEST(TableCheck, LogRulesAsTheLogWindowReadsThem) {
     EXPECT_TRUE(Mentions(report, "8: exact \"off\" counts as on"));
     EXPECT_TRUE(Mentions(report, "8: regex \"00\" counts as on"));
     EXPECT_TRUE(Mentions(report, "9: this row has 7 cells but there are 6 columns"));
-    EXPECT_TRUE(Mentions(report, "10: volume is empty"));  // a note line is an ordinary rule here
+    EXPECT_TRUE(Mentions(report, "10: this row begins with \"#\", but LogEx.kcsv has no comment rows; the program "
+                                 "reads it as a rule\n"));
+    EXPECT_TRUE(Mentions(report, "11: keyword is empty, so this rule matches every line"));  // regex on, too
+    EXPECT_TRUE(Mentions(report, "12: unknown option \"MasterVolum\"; the program ignores it (did you mean MasterVolume?)"));
+    EXPECT_TRUE(Mentions(report, "12: option FontItalic 256: only the low 8 bits count, so it reads as 0"));
+
+    EXPECT_EQ(Report(u"LogEx.kcsv", "#format,kcsv\r\n#column,keyword\r\nally\r\n"),
+              "2: missing column \"color\"; no line is ever copied to the extracted log\n");
 }
 
 TEST(TableCheck, OtherKnownTables) {
@@ -87,10 +97,11 @@ TEST(TableCheck, OtherKnownTables) {
     EXPECT_TRUE(Mentions(volume, "2: option \"MasterVolume\" is set again (first on line 2); the program uses the last one"));
     EXPECT_TRUE(Mentions(volume, "3: missing column \"Volume\"; every file plays at 100"));
 
-    const std::string pets = Report(u"PetInfo.kcsv", "#format,kcsv\r\n#option,iFilterIndex:2,colXpBar:#12345g\r\n"
+    const std::string pets = Report(u"PetInfo.kcsv", "#format,kcsv\r\n#option,iFilterIndex:2,colHpBar:#12345g\r\n"
                                                      "#option,iStColumnWidthRatio:12,bHpBarEnabled:no\r\n#column,x\r\n1\r\n");
     EXPECT_TRUE(Mentions(pets, "2: option iFilterIndex 2 is outside 0 to 1; the pet list then shows no pet"));
-    EXPECT_TRUE(Mentions(pets, "2: option colXpBar \"#12345g\" is not a colour"));
+    EXPECT_TRUE(Mentions(pets, "2: option colHpBar \"#12345g\" is not a colour (write # and six hexadecimal digits, "
+                               "like #ff8000); the program uses the default colour #ff9b9b\n"));
     EXPECT_TRUE(Mentions(pets, "3: option iStColumnWidthRatio 12 is outside 0 to 9; the program uses 9"));
     EXPECT_TRUE(Mentions(pets, "3: option bHpBarEnabled \"no\" is not a number"));
     EXPECT_TRUE(Mentions(pets, "4: PetInfo.kcsv holds options only; its columns are ignored"));
@@ -102,13 +113,44 @@ TEST(TableCheck, OtherKnownTables) {
     EXPECT_TRUE(Mentions(places, "3: WindowID \"morva\" is not one of Morva, LogEx"));
     EXPECT_TRUE(Mentions(places, "3: rcNormalPosition.left \"x\" is not a number"));
 
-    const std::string enchant = Report(u"EnchantTable.kcsv", "#format,kcsv\r\n#option,invoke3:12,invoke5:x\r\n"
+    const std::string enchant = Report(u"EnchantTable.kcsv", "#format,kcsv\r\n#option,invoke3:12,invoke5:x,invoke05:1,invoke100:1\r\n"
                                                              "#column,type,id,text_en,text_jp\r\n#note,,,\r\n"
                                                              "FLAG,1,a,b\r\nflags,2,a,b\r\n");
     EXPECT_TRUE(Mentions(enchant, "2: option invoke5 \"x\" is not a number"));
+    EXPECT_TRUE(Mentions(enchant, "2: unknown option \"invoke05\"; the program ignores it (did you mean invoke5?)"));
+    EXPECT_TRUE(Mentions(enchant, "(did you mean invoke0 ... invoke99?)"));
     EXPECT_FALSE(Mentions(enchant, "4:"));  // note rows are skipped by the enchant table
     EXPECT_FALSE(Mentions(enchant, "5:"));  // kinds are compared without case
     EXPECT_TRUE(Mentions(enchant, "6: type \"flags\" is not one of category, flag"));
+}
+
+TEST(TableCheck, MusicRuleMonthDayAndHourCells) {
+    EXPECT_EQ(Report(u"BGMEx.kcsv",
+                     "#format,kcsv\r\n#column,orgfile,month,day,hour,playlist\r\n"
+                     "*,12/1/2,*,Morning/Noon/夜/23,a.ogg\r\n"
+                     "a.mid,3 / 4,05/x,morning/24/*/ 5,b.ogg\r\n#off,,,,\r\n"),
+              "4: month \"3 / 4\": the spaces around \"/\" belong to the numbers, so \"3 \" never matches; write "
+              "them without spaces\n"
+              "4: day \"05/x\": \"05\" never matches; numbers are compared as written without leading zeros (5)\n"
+              "4: day \"05/x\": \"x\" is not a number, so it never matches\n"
+              "4: hour \"morning/24/*/ 5\": \"morning\" never matches; time-of-day names are case-sensitive (write "
+              "Morning)\n"
+              "4: hour \"morning/24/*/ 5\": hour 24 never comes; hours run from 0 to 23\n"
+              "4: hour \"morning/24/*/ 5\": \"*\" means any only when it stands alone\n"
+              "4: hour \"morning/24/*/ 5\": the spaces around \"/\" belong to the numbers, so \" 5\" never matches; "
+              "write them without spaces\n"
+              "5: this row begins with \"#\", but BGMEx.kcsv has no comment rows; the program reads it as a music "
+              "rule\n");
+}
+
+TEST(TableCheck, MessagesInJapanese) {
+    std::string out;
+    for (const auto& p : CheckTableText(u"LogEx.kcsv", "#format,kcsv\r\n#option,FontSise:3\r\n#column,keyword\r\n", 1)) {
+        out += std::to_string(p.line) + ": " + p.message + "\n";
+    }
+    EXPECT_EQ(out,
+              "2: 知らないオプション \"FontSise\" です。プログラムは無視します (FontSize のことですか?)\n"
+              "3: 列 \"color\" がありません。抽出ログには一行も写されません\n");
 }
 
 TEST(TableJson, OptionsColumnsAndRowsWithEscapes) {
@@ -123,7 +165,7 @@ TEST(TableJson, OptionsColumnsAndRowsWithEscapes) {
 // Runs a command, returns what it printed (stdout and stderr) and sets its exit status.
 std::string RunTool(const std::string& command, int& status) {
     std::string output;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    FILE* pipe = popen((command + " 2>&1 </dev/null").c_str(), "r");
     if (!pipe) return output;
     char buffer[4096];
     for (std::size_t got; (got = fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, got);
@@ -131,28 +173,77 @@ std::string RunTool(const std::string& command, int& status) {
     return output;
 }
 
-// The command-line tool itself, on the deliberately broken sample table.
-TEST(VrlTables, ChecksTheBrokenLogTable) {
-    std::array<char, 4096> self{};
-    const ssize_t length = readlink("/proc/self/exe", self.data(), self.size() - 1);
-    ASSERT_GT(length, 0);
-    std::string tool(self.data(), static_cast<std::size_t>(length));
-    tool = tool.substr(0, tool.rfind('/') + 1) + "vrltables";
-    if (access(tool.c_str(), X_OK) != 0) GTEST_SKIP() << "vrltables not built beside the tests";
+// The command-line tool itself, run as a player runs it, in a folder laid out like an installation.
+class VrlTables : public testing::Test {
+protected:
+    void SetUp() override {
+        std::array<char, 4096> self{};
+        const ssize_t length = readlink("/proc/self/exe", self.data(), self.size() - 1);
+        ASSERT_GT(length, 0);
+        tool_ = std::string(self.data(), static_cast<std::size_t>(length));
+        tool_ = tool_.substr(0, tool_.rfind('/') + 1) + "vrltables";
+        if (access(tool_.c_str(), X_OK) != 0) GTEST_SKIP() << "vrltables not built beside the tests";
+        char folder[] = "/tmp/vrltables-XXXXXX";
+        ASSERT_NE(mkdtemp(folder), nullptr);
+        root_ = folder;
+        ASSERT_EQ(mkdir((root_ + "/Vorrel").c_str(), 0755), 0);
+        std::ifstream source(std::string(VRL_TEST_DATA) + "/LogEx.kcsv", std::ios::binary);
+        std::ofstream(root_ + "/Vorrel/LogEx.kcsv", std::ios::binary) << source.rdbuf();
+    }
+    void TearDown() override {
+        if (!root_.empty()) std::system(("rm -rf " + root_).c_str());
+    }
+    // The tool started in the program folder.
+    std::string Run(const std::string& args, int& status, const std::string& lang = "C") {
+        return RunTool("cd " + root_ + "/Vorrel && LANG=" + lang + " LC_ALL= " + tool_ + " " + args, status);
+    }
 
-    const std::string data = VRL_TEST_DATA;
+    std::string tool_;
+    std::string root_;
+};
+
+TEST_F(VrlTables, ChecksFilesWithOrWithoutTheCommandAndTheTablesOfItsFolder) {
     int status = 0;
-    const std::string output = RunTool(tool + " check " + data + "/LogEx.kcsv", status);
+    const std::string output = Run("check LogEx.kcsv", status);
     EXPECT_EQ(status, 1);
-    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:2: option MasterVolume 120 is outside 50 to 100")) << output;
-    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:7: keyword \"^You (gain|lose\" is not a valid regular expression"));
-    EXPECT_TRUE(Mentions(output, data + "/LogEx.kcsv:12: a second #column line"));
+    EXPECT_TRUE(Mentions(output, "LogEx.kcsv:2: option MasterVolume 120 is outside 50 to 100")) << output;
+    EXPECT_TRUE(Mentions(output, "LogEx.kcsv:7: keyword \"^You (gain|lose\" is not a valid regular expression"));
+    EXPECT_TRUE(Mentions(output, "LogEx.kcsv:12: a second #column line"));
+    EXPECT_EQ(Run("LogEx.kcsv", status), output);  // a dropped file is checked
+    EXPECT_EQ(Run("", status), output);            // no arguments: the known tables here
+    EXPECT_TRUE(Mentions(Run("", status, "ja_JP.UTF-8"), "LogEx.kcsv:12: 2 つ目の #column 行です"));
 
-    EXPECT_TRUE(Mentions(RunTool(tool + " dump " + data + "/LogEx.kcsv", status), "\"rows\": ["));
+    EXPECT_TRUE(Mentions(Run("dump LogEx.kcsv", status), "\"rows\": ["));
     EXPECT_EQ(status, 0);
-    EXPECT_TRUE(Mentions(RunTool(tool + " dump " + data + "/missing.kcsv", status), "cannot read the file"));
+    EXPECT_TRUE(Mentions(Run("dump missing.kcsv", status), "cannot read the file"));
     EXPECT_EQ(status, 1);
-    RunTool(tool + " frobnicate", status);
+    Run("dump", status);
+    EXPECT_EQ(status, 2);
+}
+
+TEST_F(VrlTables, TriesALogLineAsTheLogWindowHandlesIt) {
+    std::ofstream(root_ + "/Vorrel/RemoteTalk.exe") << "stand-in";
+    std::string game = root_ + "/";
+    for (char& c : game) c = c == '/' ? '\\' : c;
+    int status = 0;
+    const std::string output = Run("try LogEx.kcsv '[3] You gain a level up'", status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(output,
+              "line: \"[3] You gain a level up\"\n"
+              "rule 4 (line 9) takes the line: \"level up\" occurs in the line\n"
+              "  no colour: the line is not copied to the extracted log\n"
+              "  speech: \"You gain a level up\"\n"
+              "  sound \"levelup.wav\" at volume 0.50, tried in this order until one plays:\n"
+              "    " + game + "user\\music\\levelup.wav\n"
+              "    " + game + "user\\sound\\levelup.wav\n"
+              "    " + game + "sound\\levelup.wav\n"
+              "rules before it that came close:\n"
+              "  rule 2 (line 7): \"^You (gain|lose\" is not a valid regular expression, so the rule never matches\n");
+    EXPECT_TRUE(Mentions(Run("try LogEx.kcsv '[12] x'", status),
+                         "  rule 5 (line 10): exact is on, so the line must be exactly \"[12]\"; the keyword only "
+                         "occurs in it\n"));
+    EXPECT_TRUE(Mentions(Run("try LogEx.kcsv '!x'", status), "it is a notice"));
+    EXPECT_TRUE(Mentions(Run("try Volume.kcsv a", status), "try knows these tables: LogEx.kcsv, BGMEx.kcsv"));
     EXPECT_EQ(status, 2);
 }
 

@@ -147,11 +147,15 @@ public:
     bool ProcessWindowMessage(HWND hwnd, UINT msg, WPARAM, LPARAM, LRESULT& result) override {
         if (msg != WM_INITDIALOG) return false;
         owner = GetWindow(hwnd, GW_OWNER);
+        LOGFONTW lf{};
+        GetObjectW(reinterpret_cast<HFONT>(SendMessageW(hwnd, WM_GETFONT, 0, 0)), sizeof lf, &lf);
+        charset = lf.lfCharSet;
         EndDialog(42);
         result = TRUE;
         return true;
     }
     HWND owner = nullptr;
+    int charset = -1;
 };
 
 TEST(DialogTemplateWin, ModalDialogIsOwnedByItsOwnerAndEmptyTemplatesCreateNothing) {
@@ -159,10 +163,11 @@ TEST(DialogTemplateWin, ModalDialogIsOwnedByItsOwnerAndEmptyTemplatesCreateNothi
                                  100, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     ASSERT_NE(owner, nullptr);
     DialogTemplate t;
-    t.Create(u"Modal", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, vrl::PanelFont(0));
+    t.Create(u"Modal", {0, 0, 100, 50}, WS_POPUP | WS_CAPTION, 0, vrl::PanelFont(1));
     EndAtOnce modal;
     EXPECT_EQ(modal.DoModalIndirect(t, owner), 42);
     EXPECT_EQ(modal.owner, owner);
+    EXPECT_EQ(modal.charset, 128) << "the font repair reaches modal dialogs too";
     DestroyWindow(owner);
 
     EXPECT_EQ(modal.DoModalIndirect(DialogTemplate(), nullptr), -1);

@@ -154,45 +154,34 @@ TEST(KcsvFile, FileHeldOpenForWritingShowsTheWarningBox) {
     ExpectSameTable(t, SampleTable());
 }
 
-TEST(KcsvFile, ReadOnlyTargetShowsTheWriteBoxAndStaysIntact) {
-    Folder folder(u"vrl_kcsv_readonly");
-    const std::u16string path = folder.File(u"Volume.kcsv");
-    const std::string old = "#format,kcsv\r\n#column,File,Volume\r\nold.ogg,70\r\n";
-    WriteFileBytes(path, old);
-    SetFileAttributesW(W(path), FILE_ATTRIBUTE_READONLY);
-    BoxCloser closer(L"Vorrel");
-    EXPECT_FALSE(SampleTable().SaveFile(path));
-    closer.Join();
-    ASSERT_TRUE(closer.Seen());
-    EXPECT_EQ(closer.Text(), L"KCSV error: Cannot write \"" + vrl::Wstr(path) + L"\".");
-    EXPECT_EQ(ReadBytes(path), old);
-    EXPECT_EQ(folder.FileCount(), 1);
-}
-
-TEST(KcsvFile, TargetHeldOpenByAReaderStaysIntact) {
-    Folder folder(u"vrl_kcsv_locked");
-    const std::u16string path = folder.File(u"PetInfo.kcsv");
-    const std::string old = "#format,kcsv\r\n#option,iFilterIndex:1\r\n#column\r\n";
-    WriteFileBytes(path, old);
-    const HANDLE reader = CreateFileW(W(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(reader, INVALID_HANDLE_VALUE);
-    BoxCloser closer(L"Vorrel");
-    EXPECT_FALSE(SampleTable().SaveFile(path));
-    closer.Join();
-    CloseHandle(reader);
-    EXPECT_TRUE(closer.Seen());
-    EXPECT_EQ(ReadBytes(path), old);
-    EXPECT_EQ(folder.FileCount(), 1);
-}
-
-TEST(KcsvFile, MissingFolderShowsTheWriteBox) {
-    Folder folder(u"vrl_kcsv_nofolder");
-    const std::u16string path = folder.File(u"absent\\WindowPlacement.kcsv");
-    BoxCloser closer(L"Vorrel");
-    EXPECT_FALSE(SampleTable().SaveFile(path));
-    closer.Join();
-    EXPECT_TRUE(closer.Seen());
-    EXPECT_EQ(folder.FileCount(), 0);
+// A read-only target, one another program holds open, a missing folder: the write box, and the
+// old file (if any) as it was, with no temporary left beside it.
+TEST(KcsvFile, ASaveThatCannotWriteShowsTheWriteBoxAndKeepsTheOldFile) {
+    enum class Obstacle { ReadOnly, HeldByReader, MissingFolder };
+    for (Obstacle obstacle : {Obstacle::ReadOnly, Obstacle::HeldByReader, Obstacle::MissingFolder}) {
+        Folder folder(u"vrl_kcsv_unwritable");
+        const std::string old = "#format,kcsv\r\n#column,File,Volume\r\nold.ogg,70\r\n";
+        std::u16string path = folder.File(u"Volume.kcsv");
+        HANDLE reader = INVALID_HANDLE_VALUE;
+        if (obstacle == Obstacle::MissingFolder) {
+            path = folder.File(u"absent\\Volume.kcsv");
+        } else {
+            WriteFileBytes(path, old);
+        }
+        if (obstacle == Obstacle::ReadOnly) SetFileAttributesW(W(path), FILE_ATTRIBUTE_READONLY);
+        if (obstacle == Obstacle::HeldByReader) {
+            reader = CreateFileW(W(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+            ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+        }
+        BoxCloser closer(L"Vorrel");
+        EXPECT_FALSE(SampleTable().SaveFile(path));
+        closer.Join();
+        if (reader != INVALID_HANDLE_VALUE) CloseHandle(reader);
+        ASSERT_TRUE(closer.Seen());
+        EXPECT_EQ(closer.Text(), L"KCSV error: Cannot write \"" + vrl::Wstr(path) + L"\".");
+        EXPECT_EQ(ReadBytes(path), obstacle == Obstacle::MissingFolder ? "<missing>" : old);
+        EXPECT_EQ(folder.FileCount(), obstacle == Obstacle::MissingFolder ? 0 : 1);
+    }
 }
 
 TEST(KcsvFile, BlockLargerThanAMebibyteIsWrittenWhole) {

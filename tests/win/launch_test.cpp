@@ -141,45 +141,6 @@ TEST(ModulePath, IsCutToTheBufferOf260Bytes) {
     EXPECT_EQ(vrl::ModulePathAnsi(std::string(300, 'a')).size(), 259u);
 }
 
-TEST(ProcessWithDll, LoadsTheModuleBeforeTheGamesConstructorsAndEntry) {
-    TempFolder folder(L"vrl_launch_inject");
-    SimEnvironment sim(folder, "# the module ends the game once it is connected\nexit\n");
-    const std::wstring game = BinFolder() + L"\\DemoGame.exe";
-    const std::string dll = Ansi(BinFolder() + L"\\VrlDLL.dll");
-    STARTUPINFOW startup{};
-    startup.cb = sizeof(startup);
-    PROCESS_INFORMATION pi{};
-    ASSERT_TRUE(vrl::CreateProcessWithDllW(game.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                           &startup, &pi, dll.c_str()))
-        << GetLastError();
-    EXPECT_NE(pi.dwProcessId, 0u);
-    EXPECT_NE(pi.dwThreadId, 0u);
-    EXPECT_TRUE(WaitForExit(pi.dwProcessId));
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-
-    const std::string transcript = sim.Transcript();
-    EXPECT_TRUE(Contains(transcript, "game: constructor VrlDLL.dll loaded")) << transcript;
-    EXPECT_TRUE(Contains(transcript, "game: entry VrlDLL.dll loaded")) << transcript;
-    EXPECT_TRUE(Contains(transcript, "module: exit -> exiting")) << transcript;
-}
-
-TEST(ProcessWithDll, WithoutItTheDemoGameSeesNoModule) {
-    TempFolder folder(L"vrl_launch_plain");
-    SimEnvironment sim(folder, "");
-    const std::wstring game = BinFolder() + L"\\DemoGame.exe";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof(startup);
-    PROCESS_INFORMATION pi{};
-    ASSERT_TRUE(CreateProcessW(game.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &pi));
-    for (int i = 0; i < 1000 && !Contains(sim.Transcript(), "main window shown"); ++i) Sleep(10);
-    TerminateProcess(pi.hProcess, 0);
-    WaitForSingleObject(pi.hProcess, 5000);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    EXPECT_TRUE(Contains(sim.Transcript(), "game: constructor VrlDLL.dll absent")) << sim.Transcript();
-}
-
 TEST(ProcessWithDll, FailsAndLeavesNoProcessWhenTheDllCannotBeUsed) {
     const std::wstring game = BinFolder() + L"\\DemoGame.exe";
     const int before = CountProcesses(L"DemoGame.exe");
@@ -244,25 +205,6 @@ TEST(LaunchGame, StartsTheGameFromJapaneseFoldersWithTheModuleLoaded) {
     EXPECT_TRUE(Contains(transcript, "game: constructor VrlDLL.dll loaded")) << transcript;
     EXPECT_TRUE(Contains(transcript, "game: current folder " + Utf8(gameFolder) + "\r\n")) << transcript;
     EXPECT_TRUE(Contains(transcript, "module: exit -> exiting")) << transcript;
-}
-
-TEST(LaunchGame, DoesNotStartAProgramWithoutTheMarker) {
-    TempFolder root(L"vrl_launch_nomarker");
-    const std::wstring programFolder = root / L"Vorrel";
-    CreateDirectoryW(programFolder.c_str(), nullptr);
-    ASSERT_TRUE(CopyFileW((BinFolder() + L"\\VrlConfig.exe").c_str(), (root / L"NotAGame.exe").c_str(), FALSE));
-    AppFolders folders;
-    folders.program = programFolder;
-    folders.programAnsi = Ansi(programFolder);
-    ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
-    wchar_t before[MAX_PATH] = {};
-    GetCurrentDirectoryW(MAX_PATH, before);
-
-    const vrl::GameProcess launched = vrl::LaunchGame(folders, root / L"NotAGame.exe", false);
-    SetCurrentDirectoryW(before);
-    EXPECT_EQ(launched.processId, 0u);
-    EXPECT_EQ(launched.threadId, 0u);
-    EXPECT_EQ(GetFileAttributesW((root / L"VrlConfig.started").c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 }  // namespace

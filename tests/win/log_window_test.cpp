@@ -6,8 +6,9 @@
 #include <gtest/gtest.h>
 #include <richedit.h>
 
-#include <algorithm>
+#include <atomic>
 #include <string>
+#include <thread>
 
 #include "tests/common/alerts_support_win.h"
 #include "app/app_state_win.h"
@@ -21,7 +22,7 @@ constexpr vrl::Colour kGreen = 0x00C000;   // #00c000
 
 const char kRules[] =
     "#format,kcsv\r\n"
-    "#option,bkcolor:#000000\r\n"
+    "#option,bkcolor:#000000,FontFace:Courier New,FontSize:12,FontBold:1,FontItalic:1\r\n"
     "#column,keyword,exact,regex,talk,sound,volume,color\r\n"
     "ally,,,,,,#ff8000\r\n"
     "ally joined,,,,,,#00c000\r\n"
@@ -88,6 +89,14 @@ protected:
         return format.crTextColor;
     }
 
+    // What a view draws new text with.
+    static CHARFORMAT2W DefaultFormat(HWND view) {
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof format;
+        SendMessageW(view, EM_GETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
+        return format;
+    }
+
     static std::wstring Title(HWND window) {
         wchar_t title[64] = {};
         GetWindowTextW(window, title, 64);
@@ -118,6 +127,17 @@ TEST_F(LogWindow, EveryLineGoesToTheFullLogInWhiteAndTheFirstMatchingRuleColours
     EXPECT_EQ(ColourOf(extracted_, L"You feel better."), kGreen);
 }
 
+TEST_F(LogWindow, BothViewsTakeTheLogFontAndGrowPastTheControlsDefaultLimit) {
+    Open();
+    for (HWND view : {full_, extracted_}) {
+        const CHARFORMAT2W format = DefaultFormat(view);
+        EXPECT_STREQ(format.szFaceName, L"Courier New");
+        EXPECT_EQ(format.yHeight, 12 * 20) << "twips";
+        EXPECT_EQ(format.dwEffects & (CFE_BOLD | CFE_ITALIC), static_cast<DWORD>(CFE_BOLD | CFE_ITALIC));
+        EXPECT_EQ(SendMessageW(view, EM_GETLIMITTEXT, 0, 0), 0x7FFFFFFF);
+    }
+}
+
 TEST_F(LogWindow, NoticesGoToBothViewsWithoutTheirMarkInTheColourThatReadsOnTheBackground) {
     Open();
     Send("!Saved. ally");
@@ -138,6 +158,9 @@ TEST_F(LogWindow, WithoutTheFullLogOnlyNoticesReachItsViewAndClearingPageZeroDoe
     Send("!notice");
     EXPECT_EQ(Text(full_), L"notice\r");
     EXPECT_EQ(Text(extracted_), L"ally here\rnotice\r");
+    EXPECT_STRNE(DefaultFormat(full_).szFaceName, L"Courier New") << "the full-log view keeps its own font";
+    EXPECT_STREQ(DefaultFormat(extracted_).szFaceName, L"Courier New");
+    EXPECT_EQ(SendMessageW(full_, EM_GETLIMITTEXT, 0, 0), 0x7FFFFFFF) << "notices still grow it";
 
     log_.ClearCurrentPage();  // page 0 is selected
     EXPECT_EQ(Text(full_), L"notice\r");
@@ -159,6 +182,44 @@ TEST_F(LogWindow, ClearingOneViewLeavesTheOtherAlone) {
     SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);  // page 0
     EXPECT_EQ(Text(full_), L"");
     EXPECT_EQ(Text(extracted_), L"ally two\r");
+}
+
+// The game's thread sends lines back to back while this thread handles them: whatever it reads
+// or clears between two lines sees every line before, in its colour, as if each were inserted
+// on arrival.
+TEST_F(LogWindow, ABurstFromTheGameLooksAsLineByLineToWhateverComesBetweenItsLines) {
+    Open();
+    HWND window = log_.Handle();
+    std::wstring expected;
+    int firstWrongRead = -1;
+    std::atomic<bool> done{false};
+    std::thread game([&] {
+        for (int i = 0; i < 300; ++i) {
+            const std::string line = (i % 3 == 0 ? "ally " : i % 3 == 1 ? "You hit " : "plain ") + std::to_string(i);
+            COPYDATASTRUCT data{0, static_cast<DWORD>(line.size()), const_cast<char*>(line.c_str())};
+            SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+            expected += std::wstring(line.begin(), line.end()) + L"\r";
+            if (i == 150) {
+                SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);
+                expected.clear();
+            }
+            GETTEXTLENGTHEX length{GTL_DEFAULT, 1200};
+            const auto size = SendMessageW(full_, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0);
+            if (static_cast<size_t>(size) != expected.size() && firstWrongRead < 0) firstWrongRead = i;
+        }
+        done = true;
+    });
+    MSG msg;
+    while (!done) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+    }
+    game.join();
+    EXPECT_EQ(firstWrongRead, -1);
+    EXPECT_EQ(Text(full_), expected);
+    EXPECT_EQ(ColourOf(extracted_, L"ally 297\r"), kOrange);
+    EXPECT_EQ(ColourOf(extracted_, L"You hit 298\r"), kGreen);
+    EXPECT_EQ(Text(extracted_).find(L"plain"), std::wstring::npos);
 }
 
 TEST_F(LogWindow, DockingMovesTheExtractedViewUnderTheTabsAndUndockingBringsItBack) {
@@ -218,20 +279,21 @@ TEST_F(LogWindow, ClosingEitherWindowOnlyHidesItAndLinesStillArrive) {
     EXPECT_EQ(Text(extracted_), L"ally hidden\r");
 }
 
-TEST_F(LogWindow, AnyPayloadIsTakenAsALineOfAtMostTheLimit) {
+TEST_F(LogWindow, SpeechWithoutItsProgramStaysOffUntilALoadFindsIt) {
+    vrltest::WriteFileBytes(folder_ / L"LogEx.kcsv",
+                            "#format,kcsv\r\n#option,EnableRemoteTalk:1\r\n#column,keyword,talk,color\r\nsay,1,#ff0000\r\n");
     Open();
-    std::string huge(1024 * 1024, 'x');
-    Send(huge);
-    std::string bytes("ab\0cd", 5);  // the text ends at the first NUL
-    Send(bytes);
-    Send(std::string("\x81\xff\x82", 3));  // not valid in every code page
-    Send("");
-
-    const std::wstring text = Text(full_);
-    const size_t firstBreak = text.find(L'\r');
-    EXPECT_EQ(firstBreak, vrl::kLogTextLimit);
-    EXPECT_EQ(text.substr(firstBreak + 1, 3), L"ab\r");
-    EXPECT_EQ(std::count(text.begin(), text.end(), L'\r'), 4);
+    Send("say one");
+    ASSERT_TRUE(vrltest::CopyStandIn(L"simtalk", L"RemoteTalk.exe", folder_.Path()));
+    Send("say two");  // the program counts from the next load on
+    log_.LoadLogRules();
+    Send("say three");
+    EXPECT_EQ(Text(extracted_), L"say one\rsay two\rsay three\r");
+    std::vector<std::string> talks;
+    for (int i = 0; i < 100 && talks.empty(); ++i, Sleep(50)) talks = vrltest::ReadLines(folder_ / L"RemoteTalk.log");
+    Sleep(200);
+    EXPECT_EQ(vrltest::ReadLines(folder_ / L"RemoteTalk.log"),
+              std::vector<std::string>{"RemoteTalk hidden=1 show=0 cmdline= /Talk \"say three\""});
 }
 
 }  // namespace

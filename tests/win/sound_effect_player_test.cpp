@@ -81,22 +81,6 @@ TEST_F(SoundEffects, LoadsPlaysAndSetsTheVolumeUnchanged) {
               std::vector<std::string>{"BASS_ChannelPlay handle=" + channel + " restart=0 -> 1"});
 }
 
-TEST_F(SoundEffects, FourthSoundCutsOffTheFirst) {
-    vrl::SoundEffectPlayer player(nullptr, 3);
-    for (const wchar_t* name : {L"a.wav", L"b.wav", L"c.wav"}) {
-        ASSERT_TRUE(player.PlaySoundEffect(Sound(name), 1.0f));
-    }
-    EXPECT_TRUE(FreedSamples().empty());
-    ASSERT_TRUE(player.PlaySoundEffect(Sound(L"d.wav"), 1.0f));
-    const auto freed = Calls(Trace(), "BASS_SampleFree");
-    ASSERT_EQ(freed.size(), 1u);
-    EXPECT_EQ(Field(freed[0], "handle"), SampleOf(L"a.wav"));
-    EXPECT_EQ(Field(freed[0], "stopped"), "1") << "the first sound was still playing";
-
-    ASSERT_TRUE(player.PlaySoundEffect(Sound(L"e.wav"), 1.0f));
-    EXPECT_EQ(FreedSamples(), (std::vector<std::string>{SampleOf(L"a.wav"), SampleOf(L"b.wav")}));
-}
-
 TEST_F(SoundEffects, FailedLoadEmptiesItsSlotAndTheNextSoundTakesIt) {
     vrltest::WriteFileBytes(folder_ / L"bad.wav", "not a sound");
     vrl::SoundEffectPlayer player(nullptr, 2);

@@ -1,0 +1,76 @@
+// vrltables check and dump, and the check of the tables in the current folder.
+
+#include "settings/checker/vrltables.h"
+#include "settings/checker/vrltables_texts.h"
+#include "settings/kcsv.h"
+#include "settings/table_check.h"
+#include "settings/table_schema.h"
+
+namespace vrl::vrltables {
+
+int Usage(const Context& context) {
+    Print(stderr, SayText(context.language, text::kUsage, {}));
+    return 2;
+}
+
+int Dump(const Args& args, const Context& context) {
+    if (args.size() != 1) return Usage(context);
+    const std::u16string& path = args[0];
+    const std::string name = Utf16ToUtf8(path);
+    std::string bytes;
+    if (!ReadFileBytes(path, bytes)) {
+        Print(stderr, SayText(context.language, text::kCannotRead, {name}));
+        return 1;
+    }
+    if (bytes.empty()) {
+        Print(stderr, SayText(context.language, text::kEmptyFile, {name}));
+        return 1;
+    }
+    KcsvFile table;
+    KcsvSourceLines where;
+    const bool complete = table.ParseLines(TokeniseKcsv(Utf8ToUtf16(bytes)), &where);
+    if (!complete && where.formatLine == 0) {
+        Print(stderr, SayText(context.language, text::kNotKcsv, {name}));
+        return 1;
+    }
+    Print(stdout, TableToJson(table));
+    if (!complete) Print(stderr, SayText(context.language, text::kStopsHere, {name, std::to_string(where.stopLine)}));
+    return 0;
+}
+
+int Check(const Args& paths, const Context& context) {
+    if (paths.empty()) return Usage(context);
+    bool found = false;
+    for (const std::u16string& path : paths) {
+        const std::string name = Utf16ToUtf8(path);
+        std::string bytes;
+        if (!ReadFileBytes(path, bytes)) {
+            Print(stdout, SayText(context.language, text::kCannotRead, {name}));
+            found = true;
+            continue;
+        }
+        const std::vector<TableProblem> problems = CheckTableText(path, bytes, context.language);
+        for (const TableProblem& problem : problems) {
+            Print(stdout, SayText(context.language, text::kProblem, {name, std::to_string(problem.line), problem.message}));
+        }
+        if (problems.empty()) Print(stdout, SayText(context.language, text::kNoProblems, {name}));
+        found = found || !problems.empty();
+    }
+    return found ? 1 : 0;
+}
+
+int CheckTablesHere(const Context& context) {
+    Args present;
+    for (const TableSchema& table : KnownTables()) {
+        const std::u16string name(table.fileName);
+        if (FileExists(name)) present.push_back(name);
+    }
+    if (present.empty()) {
+        Print(stdout, SayText(context.language, text::kNoTablesHere, {Utf16ToUtf8(FullPath(u"."))}));
+        Usage(context);
+        return 2;
+    }
+    return Check(present, context);
+}
+
+}  // namespace vrl::vrltables

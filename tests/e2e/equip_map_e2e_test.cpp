@@ -1,0 +1,257 @@
+// The equip set window driven by the keys a player presses, and the treasure map cut out of the
+// demo game's window, on the running companion through the module stand-in.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "e2e_support.h"
+
+namespace {
+
+using e2e::Companion;
+using e2e::Install;
+
+constexpr int kSlotEquipWindow = 20;
+constexpr int kSlotEquipRequest = 24;
+constexpr int kSlotFurtherWindow = 36;
+
+struct Running {
+    Install install = e2e::MakeInstall();
+    std::unique_ptr<Companion> companion;
+    HWND frame = nullptr;
+    HWND game = nullptr;
+
+    void Start(const std::string& ini, const std::string& scenario) {
+        install.WriteIni(ini);
+        install.WriteScenario(scenario);
+        companion = std::make_unique<Companion>(install);
+        frame = e2e::WaitForFrame();
+        game = e2e::WaitForGameWindow();
+        ASSERT_TRUE(frame);
+        ASSERT_TRUE(game);
+    }
+    std::wstring SaveFolder(const std::wstring& character) const {
+        return install.gameFolder + L"\\save\\" + character;
+    }
+    void MakeCharacter(const std::wstring& character) const {
+        ::CreateDirectoryW((install.gameFolder + L"\\save").c_str(), nullptr);
+        ::CreateDirectoryW(SaveFolder(character).c_str(), nullptr);
+    }
+    HWND SlotWindow(int slot) const {
+        return reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(frame, slot)));
+    }
+};
+
+// --- Equip sets -------------------------------------------------------------------------------
+
+struct EquipWindow {
+    HWND window = nullptr;
+    HWND list = nullptr;
+
+    std::vector<std::wstring> Entries() const {
+        std::vector<std::wstring> entries;
+        const LRESULT count = ::SendMessageW(list, LB_GETCOUNT, 0, 0);
+        for (LRESULT i = 0; i < count; ++i) {
+            wchar_t text[256] = {};
+            ::SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+            entries.emplace_back(text);
+        }
+        return entries;
+    }
+    LRESULT Selection() const { return ::SendMessageW(list, LB_GETCURSEL, 0, 0); }
+    // Presses `key` and waits until the window's title is `title`.
+    bool Key(WPARAM key, const std::string& title) const {
+        ::PostMessageW(list, WM_KEYDOWN, key, 0);
+        return e2e::WaitUntil([&] { return e2e::WindowText(window) == title; }, 3000);
+    }
+    void Down(int times) const {
+        const LRESULT wanted = Selection() + times;
+        for (int i = 0; i < times; ++i) ::PostMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
+        e2e::WaitUntil([&] { return Selection() == wanted; }, 3000);
+    }
+};
+
+// Starts the companion with the character "hero" whose names file holds `names` and lets the
+// module open the equip window; the window as it then shows.
+EquipWindow OpenEquipSets(Running& run, const std::string& names, int language) {
+    run.MakeCharacter(L"hero");
+    if (!names.empty()) vrltest::WriteFileBytes(run.SaveFolder(L"hero") + L"\\Vrl_EquipSet.ini", names);
+    run.Start("iLanguage=" + std::to_string(language) + "\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
+    EquipWindow equip;
+    if (!e2e::WaitUntil([&] { return ::IsWindowVisible(equip.window = run.SlotWindow(kSlotEquipWindow)); }, 15000))
+        return {};
+    equip.list = ::GetDlgItem(equip.window, 1000);
+    return equip;
+}
+
+TEST(EquipSets, KeysWalkTheMenuRestoreTheFourthSetGoBackAndShiftCloses) {
+    Running run;
+    // A damaged names file: what can be read stands, the rest gets the default names.
+    const std::string longName(100, 'x');
+    const EquipWindow equip = OpenEquipSets(
+        run, "\x01\x02garbage [[[ ]]] ====\r\n\x80\x81\xfe\r\n[Vorrel]\r\nEqSetName_02=" + longName +
+                 "\r\nEqSetName_05\r\n=no key\r\n[Other]\r\nEqSetName_06=not ours\r\n",
+        0);
+    ASSERT_TRUE(equip.window);
+    EXPECT_EQ(e2e::WindowText(equip.window), "Vrl [Equip set menu]");
+    EXPECT_EQ(equip.Entries(), (std::vector<std::wstring>{L"Restore equip set", L"Save equip set", L"Edit equip set"}));
+    EXPECT_EQ(equip.Selection(), 0);
+
+    ASSERT_TRUE(equip.Key(VK_RETURN, "Restore equip set"));
+    const std::vector<std::wstring> sets = equip.Entries();
+    ASSERT_EQ(sets.size(), 10u);
+    EXPECT_EQ(sets[0], L"1:Set 1");
+    EXPECT_EQ(sets[2], L"3:" + std::wstring(63, L'x')) << "names are read back cut to 63 characters";
+    EXPECT_EQ(sets[5], L"6:Set 6");
+    EXPECT_EQ(sets[6], L"7:Set 7");
+    EXPECT_EQ(sets[9], L"0:Set10");
+
+    ::PostMessageW(equip.list, WM_KEYDOWN, '4', 0);  // the digit picks the entry it begins
+    EXPECT_TRUE(e2e::WaitUntil([&] { return equip.Selection() == 3; }, 3000));
+    ::PostMessageW(equip.list, WM_KEYDOWN, VK_RETURN, 0);
+    EXPECT_TRUE(e2e::WaitUntil([&] { return ::GetWindowLongW(run.frame, kSlotEquipRequest) == 11003; }, 3000));
+    EXPECT_TRUE(equip.Entries().empty());
+    EXPECT_EQ(::GetForegroundWindow(), run.game) << "the module acts once its game is in front";
+
+    ASSERT_TRUE(equip.Key(VK_LEFT, "Vrl [Equip set menu]"));
+    EXPECT_EQ(equip.Selection(), 0);
+    equip.Down(1);
+    ASSERT_TRUE(equip.Key(VK_RIGHT, "Save equip set"));
+    ::PostMessageW(equip.list, WM_KEYDOWN, VK_SHIFT, 0);
+    EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(equip.window); }, 3000)) << "Shift closes";
+    EXPECT_EQ(::GetWindowLongW(run.frame, kSlotEquipRequest), 11003) << "nothing chosen in the save list";
+}
+
+TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
+    Running run;
+    const EquipWindow equip = OpenEquipSets(run, "", 1);
+    ASSERT_TRUE(equip.window);
+    EXPECT_EQ(e2e::WindowText(equip.window), "Vrl [装備セットメニュー]");
+    equip.Down(2);
+    ASSERT_TRUE(equip.Key(VK_RETURN, "装備セットの編集"));
+    const std::vector<std::wstring> sets = equip.Entries();
+    ASSERT_EQ(sets.size(), 10u);
+    EXPECT_EQ(sets[9], L"0:装備セット10");
+    equip.Down(1);
+    ::PostMessageW(equip.list, WM_KEYDOWN, VK_RETURN, 0);
+
+    HWND edit = e2e::WaitForWindow(L"#32770", L"Edit", 5000);
+    ASSERT_TRUE(edit);
+    // A modal dialog shows itself once its set-up has filled the edit.
+    ASSERT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(edit) != FALSE; }, 3000));
+    wchar_t shown[64] = {};
+    ::GetDlgItemTextW(edit, 1000, shown, 64);
+    EXPECT_STREQ(shown, L"装備セット 2");
+    ::SetDlgItemTextW(edit, 1000, L"Boss fight");
+    e2e::Press(edit, IDOK);
+    ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(edit); }, 3000));
+
+    EXPECT_TRUE(e2e::WaitUntil(
+        [&] { const auto now = equip.Entries(); return now.size() == 10 && now[1] == L"2:Boss fight"; }, 3000));
+    EXPECT_EQ(equip.Selection(), 1);
+    EXPECT_EQ(e2e::WindowText(equip.window), "装備セットの編集") << "the window stays in the edit mode";
+    wchar_t stored[64] = {};
+    ::GetPrivateProfileStringW(L"Vorrel", L"EqSetName_01", L"", stored, 64,
+                               (run.SaveFolder(L"hero") + L"\\Vrl_EquipSet.ini").c_str());
+    EXPECT_STREQ(stored, L"Boss fight");
+}
+
+TEST(EquipSets, AnUnknownCharacterGetsTheBoxAndALaterRequestLooksAgain) {
+    Running run;
+    run.Start("iLanguage=0\r\nenEquipSet=1\r\n", "static1 nobody\nrequest a000\n");
+    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(run.companion->ProcessId(), 15000);
+    ASSERT_TRUE(box.window);
+    EXPECT_EQ(box.caption, L"");
+    EXPECT_EQ(box.text, L"Error: Cannot detect character name.");
+    HWND window = run.SlotWindow(kSlotEquipWindow);
+    EXPECT_FALSE(::IsWindowVisible(window));
+    e2e::Press(box.window, IDOK);
+    ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(box.window); }, 3000));
+
+    // The game has now made the character's folder.
+    run.MakeCharacter(L"nobody");
+    ::PostMessageW(run.frame, 0xA000, 0, 0);
+    EXPECT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(window) != FALSE; }, 5000));
+}
+
+// --- Treasure map -----------------------------------------------------------------------------
+
+RECT ScreenRectOf(HWND window, RECT client) {
+    ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    return client;
+}
+
+struct MapShown {
+    HWND window = nullptr;
+    HWND picture = nullptr;
+    RECT pictureClient{};
+};
+
+// Waits for the map window to show a picture of `width` x `height` filling its client area (the
+// window has been placed then).
+MapShown WaitForMap(int width, int height) {
+    MapShown map;
+    e2e::WaitUntil(
+        [&] {
+            map.window = ::FindWindowW(L"#32770", L"Treasure Map - Vorrel");
+            map.picture = ::GetDlgItem(map.window, 1000);
+            RECT client{};
+            ::GetClientRect(map.window, &client);
+            ::GetClientRect(map.picture, &map.pictureClient);
+            return ::IsWindowVisible(map.window) && map.pictureClient.right == width &&
+                   map.pictureClient.bottom == height && client.right == width && client.bottom == height;
+        },
+        15000);
+    return map;
+}
+
+TEST(TreasureMap, AtScale100ThePictureIsTheGamesMapPixelForPixelBesideTheGame) {
+    Running run;
+    run.Start("iLanguage=0\r\nenTreasureMap=1\r\n", "showmap 1\nwait 2500\nhotkey 1200\n");
+    ::SetWindowPos(run.game, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const MapShown map = WaitForMap(408, 312);
+    ASSERT_EQ(map.pictureClient.right, 408);
+    ::Sleep(300);  // painted
+
+    RECT gameWindow{}, mapWindow{};
+    ::GetWindowRect(run.game, &gameWindow);
+    ::GetWindowRect(map.window, &mapWindow);
+    EXPECT_EQ(mapWindow.left, gameWindow.right);
+    EXPECT_EQ(mapWindow.top, gameWindow.top);
+
+    const std::vector<DWORD> shown = e2e::ScreenPixels(ScreenRectOf(map.picture, map.pictureClient));
+    const std::vector<DWORD> game = e2e::ScreenPixels(ScreenRectOf(run.game, {196, 140, 196 + 408, 140 + 312}));
+    size_t differing = 0;
+    for (size_t i = 0; i < shown.size(); ++i) differing += shown[i] != game[i];
+    EXPECT_EQ(differing, 0u) << "of " << shown.size() << " pixels";
+    EXPECT_EQ(game[0], 0x00E2CA96u) << "the game's parchment is where the map is cut out";
+}
+
+TEST(TreasureMap, ATwiceAsTallDrawWindowNearTheRightEdgeGivesADoubleMapAgainstTheEdge) {
+    Running run;
+    // The taller view opens once the companion has taken the main window as the game's.
+    run.Start("iLanguage=0\r\nenTreasureMap=1\r\n", "showmap 1\nwait 1500\nopen36 240 1200\n");
+    ASSERT_TRUE(e2e::WaitUntil([&] { return run.SlotWindow(kSlotFurtherWindow) != nullptr; }, 10000));
+    HWND draw = run.SlotWindow(kSlotFurtherWindow);
+    RECT drawClient{};
+    ASSERT_TRUE(e2e::WaitUntil([&] { return ::GetClientRect(draw, &drawClient) && drawClient.bottom == 1200; }, 5000));
+    ::SetWindowPos(draw, nullptr, 1000, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+
+    HWND window = e2e::WaitForWindow(L"#32770", L"Treasure Map - Vorrel", 5000);
+    ::PostMessageW(window, WM_HOTKEY, 1200, 0);
+    const MapShown map = WaitForMap(816, 624);
+    ASSERT_EQ(map.pictureClient.right, 816);
+    RECT mapWindow{}, desktop{}, drawWindow{};
+    ::GetWindowRect(map.window, &mapWindow);
+    ::GetWindowRect(::GetDesktopWindow(), &desktop);
+    ::GetWindowRect(draw, &drawWindow);
+    EXPECT_EQ(mapWindow.right, desktop.right) << "pulled back onto the screen, over the game";
+    EXPECT_EQ(mapWindow.top, drawWindow.top);
+
+    ::PostMessageW(map.window, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(map.window); }, 3000)) << "closing hides it";
+}
+
+}  // namespace

@@ -1,0 +1,137 @@
+#include "tools/screenshot_win.h"
+
+#include <gdiplus.h>
+#include <mmsystem.h>
+
+#include <cwchar>
+#include <vector>
+
+#include "app/app_state_win.h"
+#include "app/error_box_win.h"
+#include "app/game_link_win.h"
+#include "log/sound_effect_player_win.h"
+#include "tools/screen_capture_win.h"
+#include "tools/screenshot.h"
+#include "ui/wide_win.h"
+
+namespace vrl {
+namespace {
+
+// Relative to the program folder (the current folder): the game's own sound folder.
+constexpr char16_t kConfirmationSound[] = u"..\\sound\\pray1.wav";
+
+using screenshot::OutputFile;
+
+screenshot::LocalTime Now() {
+    SYSTEMTIME t{};
+    ::GetLocalTime(&t);
+    return {t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond};
+}
+
+void Encode(HBITMAP bitmap, const OutputFile& out) {
+    Gdiplus::Bitmap image(bitmap, nullptr);
+    const bool jpeg = out.encoding == OutputFile::Encoding::Jpeg;
+    CLSID encoder{};
+    if (!FindImageEncoder(jpeg ? L"image/jpeg" : L"image/png", &encoder)) return;
+    if (!jpeg) {
+        image.Save(W(out.path), &encoder, nullptr);
+        return;
+    }
+    ULONG quality = static_cast<ULONG>(out.jpegQuality);  // out of 0..100 the encoder decides
+    Gdiplus::EncoderParameters params{};
+    params.Count = 1;
+    params.Parameter[0].Guid = Gdiplus::EncoderQuality;
+    params.Parameter[0].Type = Gdiplus::EncoderParameterValueTypeLong;
+    params.Parameter[0].NumberOfValues = 1;
+    params.Parameter[0].Value = &quality;
+    image.Save(W(out.path), &encoder, &params);
+}
+
+}  // namespace
+
+bool FindImageEncoder(const wchar_t* mimeType, CLSID* clsid, int* index) {
+    UINT count = 0;
+    UINT bytes = 0;
+    if (Gdiplus::GetImageEncodersSize(&count, &bytes) != Gdiplus::Ok || count == 0 || bytes == 0) return false;
+    std::vector<unsigned char> buffer(bytes);
+    auto* codecs = reinterpret_cast<Gdiplus::ImageCodecInfo*>(buffer.data());
+    if (Gdiplus::GetImageEncoders(count, bytes, codecs) != Gdiplus::Ok) return false;
+    for (UINT i = 0; i < count; ++i) {
+        if (codecs[i].MimeType && wcscmp(codecs[i].MimeType, mimeType) == 0) {
+            *clsid = codecs[i].Clsid;
+            if (index) *index = static_cast<int>(i);
+            return true;
+        }
+    }
+    return false;
+}
+
+ScreenshotTaker::ScreenshotTaker(HWND owner) : owner_(owner) {}
+
+ScreenshotTaker::~ScreenshotTaker() = default;
+
+void ScreenshotTaker::ReleaseSound() { sound_.reset(); }
+
+void ScreenshotTaker::TakeRange(int range) {
+    const AppState& app = App();
+    HWND game = app.gameWindow;
+    if (!game || !::IsWindow(game)) return;  // a shot before the game is known does nothing
+    const int screen = static_cast<int>(game_link::ReadSlot(app.frame, game_link::kSlotScreen));
+    const screenshot::Capture capture =
+        screenshot::CaptureForRange(range, screen, app.settings.enScreenshotIncludeFrame != 0);
+    switch (capture.kind) {
+    case screenshot::Capture::Kind::Nothing:
+        return;
+    case screenshot::Capture::Kind::WholeWindow:
+        CaptureWholeWindow(game);
+        return;
+    case screenshot::Capture::Kind::Client:
+        CaptureClient(game, capture.dx, capture.dy, capture.width, capture.height);
+        return;
+    }
+}
+
+void ScreenshotTaker::CaptureClient(HWND game, int dx, int dy, int width, int height) {
+    RECT client{};
+    ::GetClientRect(game, &client);
+    const PixelRect r =
+        screenshot::ClientCaptureRect({screenshot::Capture::Kind::Client, dx, dy, width, height},
+                                      client.right - client.left, client.bottom - client.top);
+    HDC dc = ::GetDC(game);
+    CaptureAndSave(dc, RECT{r.left, r.top, r.right, r.bottom}, -1);
+    ::ReleaseDC(game, dc);
+}
+
+void ScreenshotTaker::CaptureWholeWindow(HWND game) {
+    RECT window{};
+    ::GetWindowRect(game, &window);
+    HDC dc = ::GetWindowDC(game);
+    CaptureAndSave(dc, RECT{0, 0, window.right - window.left, window.bottom - window.top}, -1);
+    ::ReleaseDC(game, dc);
+}
+
+void ScreenshotTaker::CaptureAndSave(HDC source, const RECT& rect, int format) {
+    const AppState& app = App();
+    {
+        const ScreenCapture copy(source, rect);
+        const OutputFile out =
+            screenshot::OutputFor(format == -1 ? app.settings.iScreenshotFormat : format, app.settings.iJpegQuality,
+                                  Now(), U16(app.screenshotFolder), U16(app.saveBackupFolder));
+        if (out.encoding == OutputFile::Encoding::Unknown) {
+            WarningBox(screenshot::kUnknownFormat.Get());
+        } else if (copy.Bitmap()) {
+            Encode(copy.Bitmap(), out);
+        }
+    }
+    PlayConfirmation();
+}
+
+void ScreenshotTaker::PlayConfirmation() {
+    // Through the audio library the alert sounds use when it is there; the system's own player
+    // otherwise. Either way it does not wait for the sound.
+    if (!sound_) sound_ = std::make_unique<SoundEffectPlayer>(owner_, 1);
+    if (sound_->PlaySoundEffect(kConfirmationSound, 1.0f)) return;
+    ::PlaySoundW(W(kConfirmationSound), nullptr, SND_FILENAME | SND_ASYNC);
+}
+
+}  // namespace vrl

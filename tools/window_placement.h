@@ -1,0 +1,68 @@
+#pragma once
+// The saved arrangement of the game and the companion windows (WindowPlacement.kcsv) as data, and
+// the default layout that a reset puts them in. The Win32 side reads and moves the windows.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "settings/kcsv.h"
+#include "ui/geometry.h"
+
+namespace vrl::placement {
+
+inline constexpr char16_t kFileName[] = u"WindowPlacement.kcsv";
+
+// Window ids in the file (compared case-sensitively).
+inline constexpr std::u16string_view kGameId = u"Morva";
+inline constexpr std::u16string_view kFullLogId = u"LogEx";
+inline constexpr std::u16string_view kExtractedLogId = u"LogEx_Child";
+inline constexpr std::u16string_view kMusicPanelId = u"MusicControl";
+inline constexpr std::u16string_view kQuickSearchId = u"QuickSearch";
+inline constexpr std::u16string_view kPetPanelId = u"PetInfo";
+inline constexpr std::u16string_view kItemPanelId = u"ItemInfo";
+
+struct SavedWindow {
+    std::u16string id;
+    PixelRect normal;  // the window's normal (restored) rectangle
+    int showCmd = 0;   // 1 when it was visible, 0 when hidden
+};
+
+struct SavedLayout {
+    int logDocked = 0;   // the log windows' docked flag
+    int logTabPage = 0;  // the full-log window's tab page
+    std::vector<SavedWindow> windows;
+};
+
+// A fresh table: the two options, then (when there are windows) the six columns and one row each.
+KcsvFile ToTable(const SavedLayout& layout);
+// Whatever the file holds: a missing column reads as an empty id, sides of 2147483647 and a show
+// value of 5; numbers are read like every table number. Options absent read as 0.
+SavedLayout FromTable(const KcsvFile& table);
+
+// Where a reset puts a window.
+struct DefaultPlace {
+    enum class Kind {
+        ScreenOrigin,    // moved to (0, 0) keeping its size, on top of the others
+        AboveWorkArea,   // `rect`: left, distance of its top above the work area's bottom, width, height
+        AnchoredInArea,  // `units`: an anchor rectangle in the window's dialog units on the work area
+    };
+    Kind kind = Kind::ScreenOrigin;
+    PixelRect rect;
+    UnitRect units{0, 0, 0, 0};
+};
+
+inline DefaultPlace AtScreenOrigin() { return {DefaultPlace::Kind::ScreenOrigin, {}, {0, 0, 0, 0}}; }
+inline DefaultPlace AboveWorkArea(int left, int above, int width, int height) {
+    return {DefaultPlace::Kind::AboveWorkArea, {left, above, width, height}, {0, 0, 0, 0}};
+}
+inline DefaultPlace AnchoredInArea(const UnitRect& units) { return {DefaultPlace::Kind::AnchoredInArea, {}, units}; }
+
+struct WorkArea {
+    int width = 0, height = 0, bottom = 0;
+};
+
+// The rectangle of an AboveWorkArea place.
+PixelRect AboveWorkAreaRect(const DefaultPlace& place, const WorkArea& area);
+
+}  // namespace vrl::placement

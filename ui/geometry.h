@@ -1,0 +1,28 @@
+#pragma once
+// Pixel rectangles, and the rectangles of the anchor layout: edges given in dialog units, where a
+// negative edge (and a right or bottom of 0) counts from the far side of the area the rectangle
+// lives in. Panels lay out their controls in their client area this way, and the default window
+// layout places panels on the work area the same way.
+
+namespace vrl {
+
+// Left, top, right, bottom in dialog units of a window's font.
+struct UnitRect {
+    int left, top, right, bottom;
+};
+
+struct PixelRect {
+    int left = 0, top = 0, right = 0, bottom = 0;
+    int Width() const { return right - left; }
+    int Height() const { return bottom - top; }
+    bool operator==(const PixelRect& o) const {
+        return left == o.left && top == o.top && right == o.right && bottom == o.bottom;
+    }
+};
+
+// `pixels` is `units` converted with the window's own dialog-unit conversion; the result counts
+// the anchored edges from the far sides of a `width` x `height` area. Which edges are anchored is
+// decided on the unit values: rounding to pixels must not move an edge to the other side.
+PixelRect AnchorInArea(const UnitRect& units, PixelRect pixels, int width, int height);
+
+}  // namespace vrl
