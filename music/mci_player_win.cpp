@@ -11,6 +11,11 @@ constexpr ULONG_PTR kSequencerType = 523;  // the MCI sequencer's device type id
 
 CMciPlayer::CMciPlayer(HWND owner) : CMidiPlayer(owner) {}
 
+CMciPlayer::~CMciPlayer() {
+    // Its notices must not reach a panel that is going.
+    if (deviceId_ != 0) Close();
+}
+
 bool CMciPlayer::Open(const std::u16string& path, int playCount) {
     playCount_ = playCount;
     element_ = Wstr(path);
@@ -42,6 +47,9 @@ void CMciPlayer::GetErrorText(std::u16string& text) {
     text = U16(message);
 }
 
-void CMciPlayer::Close() { ::mciSendCommandW(deviceId_, MCI_CLOSE, 0, 0); }
+void CMciPlayer::Close() {
+    ::mciSendCommandW(deviceId_, MCI_CLOSE, 0, 0);
+    deviceId_ = 0;
+}
 
 }  // namespace vrl

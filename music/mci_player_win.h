@@ -15,7 +15,8 @@ namespace vrl {
 class CMciPlayer : public CMidiPlayer {
 public:
     explicit CMciPlayer(HWND owner);
-    ~CMciPlayer() override = default;
+    // Closes a device still open.
+    ~CMciPlayer() override;
 
     bool Open(const std::u16string& path, int playCount) override;
     void SetPosition(int position) override;

@@ -146,6 +146,7 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
     EXPECT_EQ(Commands(trace), (std::vector<std::string>{"5 instrument64.dll", "1 " + song, "2", "3", "4", "4",
                                                          "1 " + song, "2", "4", "4"}));
     EXPECT_NE(trace[2].find("size=34 self=1"), std::string::npos) << trace[2];
+    EXPECT_NE(trace[4].find("command 2 size=2 self=1"), std::string::npos) << trace[4];
     EXPECT_EQ(s.Text(kSoundFont), "instrument64.dll");
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.loop));
     const auto bass = vrltest::ReadLines(s.install.ProgramFile(L"bass_trace.txt"));
