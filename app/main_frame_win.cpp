@@ -11,6 +11,7 @@
 #include "app/game_link_win.h"
 #include "app/tray_menu_win.h"
 #include "app/version_text.h"
+#include "music/vst_host_win.h"
 #include "settings/app_settings_win.h"
 #include "ui/wide_win.h"
 
@@ -375,7 +376,8 @@ void CMainFrame::OnCommand(WORD id, WORD /*notifyCode*/) {
         if (musicPanel_.IsWindow()) musicPanel_.ShowInFront();
         return;
     case kCmdShowVstEditor:
-        return;  // their windows are not built yet
+        if (musicPanel_.Player()) musicPanel_.Player()->GetBassPlayer()->SendVstHostCommand(kVstShowEditor, u"");
+        return;
     }
     if (id >= kCmdScreenshotFirst && id <= kCmdScreenshotLast) {
         screenshots_.TakeRange(id - kCmdScreenshotFirst);

@@ -1,7 +1,9 @@
 #include "music/audio_player_win.h"
 
+#include "music/mci_player_win.h"
 #include "music/music_rules.h"
 #include "music/shortcut_win.h"
+#include "music/smf_player_win.h"
 
 namespace vrl {
 namespace {
@@ -9,7 +11,8 @@ namespace {
 CMidiPlayer* CreateMidiPlayer(int midiDeviceCode, CBassPlayer* bass, HWND owner) {
     switch (midiDeviceCode) {
     case 1: return bass;
-    // 2 (the MCI sequencer) and 3 (the SMF library) stay silent until their players exist.
+    case 2: return new CMciPlayer(owner);
+    case 3: return new CDirectMusicPlayer(owner);
     default: return new CNullPlayer(owner);
     }
 }

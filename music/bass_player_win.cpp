@@ -2,6 +2,7 @@
 
 #include "music/bass_errors.h"
 #include "music/stream_tags.h"
+#include "music/vst_host_win.h"
 #include "settings/kcsv.h"
 #include "ui/wide_win.h"
 
@@ -50,7 +51,7 @@ bool CBassPlayer::Open(const std::u16string& path, int playCount) {
     vstMode_ = false;
     if (vstBits_ != 0 && IsMidiExtension(ExtensionOf(path))) {
         vstMode_ = true;
-        SendVstCommand(1, path);
+        SendVstHostCommand(kVstOpen, path);
         return true;
     }
     if (stream_ == 0) {
@@ -66,7 +67,7 @@ void CBassPlayer::SetPosition(int position) {
 
 bool CBassPlayer::Play() {
     if (vstMode_) {
-        SendVstCommand(2, u"");
+        SendVstHostCommand(kVstPlay, u"");
         return true;
     }
     if (!stream_) return false;
@@ -80,7 +81,7 @@ bool CBassPlayer::Play() {
 
 void CBassPlayer::Stop() {
     if (vstMode_) {
-        SendVstCommand(3, u"");
+        SendVstHostCommand(kVstStop, u"");
     } else if (stream_) {
         Bass().ChannelStop(stream_);
     }
@@ -100,7 +101,7 @@ void CBassPlayer::GetErrorText(std::u16string& text) { text = BassErrorName(Bass
 
 void CBassPlayer::Close() {
     if (vstMode_) {
-        SendVstCommand(4, u"");
+        SendVstHostCommand(kVstClose, u"");
     } else if (stream_) {
         Bass().StreamFree(stream_);
         stream_ = 0;
@@ -109,8 +110,10 @@ void CBassPlayer::Close() {
 
 bool CBassPlayer::SetSoundFont(const std::u16string& path) {
     if (ExtensionOf(path) == u".dll") {
-        vstBits_ = StartVstInstrument(path);
-        return vstBits_ != 0;
+        // Always a change of source: a host that cannot start only drops the commands later.
+        vstBits_ = ReadVstBits(Wstr(path), vstBits_);
+        StartVstHost(vstBits_, path, playingFileWindow_, statusWindow_);
+        return true;
     }
     const BassHandle previous = soundFont_;
     vstBits_ = 0;
@@ -123,8 +126,8 @@ bool CBassPlayer::SetSoundFont(const std::u16string& path) {
     return changed;
 }
 
-void CBassPlayer::SendVstCommand(int, const std::u16string&) {}
-
-int CBassPlayer::StartVstInstrument(const std::u16string&) { return 0; }
+LRESULT CBassPlayer::SendVstHostCommand(int command, const std::u16string& text) {
+    return vrl::SendVstHostCommand(command, text);
+}
 
 }  // namespace vrl

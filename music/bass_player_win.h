@@ -34,8 +34,8 @@ public:
         playingFileWindow_ = playingFile;
         statusWindow_ = status;
     }
-    // One command to the VST host (1 open, 2 play, 3 stop, 4 close); nothing while no host runs.
-    virtual void SendVstCommand(int command, const std::u16string& text);
+    // One command to the VST host; nothing is sent while no host runs.
+    LRESULT SendVstHostCommand(int command, const std::u16string& text);
 
     BassHandle Stream() const { return stream_; }
     BassHandle SoundFont() const { return soundFont_; }
@@ -43,9 +43,6 @@ public:
     bool InVstMode() const { return vstMode_; }
 
 protected:
-    // Starts the VST instrument of `dll`; its bitness (32, 64), or 0 when none could be started.
-    virtual int StartVstInstrument(const std::u16string& dll);
-
     HWND playingFileWindow_ = nullptr;
     HWND statusWindow_ = nullptr;
 

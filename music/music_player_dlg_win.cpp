@@ -246,6 +246,7 @@ void CMusicPlayerDlg::EnableFileVolume(bool enable) const {
 }
 
 void CMusicPlayerDlg::HandleMusicRequest(ULONG_PTR code, const void* data, std::size_t size) {
+    if (!player_) return;  // a request while the player is still being made (its library's box is up)
     if (game_link::ReloadRequested(frame_, game_link::kReloadMusicRules)) {
         LoadMusicRules();
         frame_ = game_link::ClearReloadRequest(game_link::kReloadMusicRules);

@@ -22,6 +22,9 @@ void WriteWav(const std::wstring& path, unsigned milliseconds);
 // which reads the comments and does not decode.
 void WriteOgg(const std::wstring& path, const std::vector<std::string>& comments);
 
+// A format-0 MIDI file of `notes` quarter notes at 120 beats a minute (half a second each).
+void WriteMidi(const std::wstring& path, unsigned notes);
+
 // The lines of a UTF-8 text file, without their CR LF or LF; empty when it does not exist.
 std::vector<std::string> ReadLines(const std::wstring& path);
 // The lines that begin with `call` followed by a space.

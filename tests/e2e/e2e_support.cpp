@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <tlhelp32.h>
 
+#include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 
 namespace e2e {
@@ -334,6 +336,14 @@ void EndDemoGames() {
         }
     }
     ::CloseHandle(snapshot);
+}
+
+void HoldForScreenshot(const char* name) {
+    const char* folder = std::getenv("VRL_SHOT_SIGNAL");
+    if (!folder) return;
+    std::ofstream(std::string(folder) + "\\" + name + ".ready") << "ready\n";
+    const char* ms = std::getenv("VRL_MENU_HOLD_MS");
+    ::Sleep(ms ? static_cast<DWORD>(std::atoi(ms)) : 1000);
 }
 
 }  // namespace e2e

@@ -118,6 +118,10 @@ COLORREF ScreenPixel(int x, int y);
 // The pixels of a rectangle of the screen, row by row from the top, each as 0x00RRGGBB.
 std::vector<DWORD> ScreenPixels(const RECT& area);
 
+// With VRL_SHOT_SIGNAL set (a folder), announces "<folder>\<name>.ready" and holds the screen
+// still for VRL_MENU_HOLD_MS, so that a script can take a screenshot.
+void HoldForScreenshot(const char* name);
+
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();
 

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <memory>
 
 #include "e2e_support.h"
@@ -38,16 +36,6 @@ HWND WaitForMenu(const Running& run, DWORD ms) {
     return menu;
 }
 
-// With VRL_SHOT_SIGNAL set (a folder), announces "<folder>\<name>.ready" and holds the screen
-// still for VRL_MENU_HOLD_MS, so that a script can take a screenshot.
-void HoldForScreenshot(const char* name) {
-    const char* folder = std::getenv("VRL_SHOT_SIGNAL");
-    if (!folder) return;
-    std::ofstream(std::string(folder) + "\\" + name + ".ready") << "ready\n";
-    const char* ms = std::getenv("VRL_MENU_HOLD_MS");
-    ::Sleep(ms ? static_cast<DWORD>(std::atoi(ms)) : 1000);
-}
-
 std::wstring ItemText(HWND box, int id) {
     wchar_t text[512] = {};
     ::SendMessageW(::GetDlgItem(box, id), WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
@@ -60,7 +48,7 @@ void PickAboutFromTheTray(const Running& run) {
     HWND menu = WaitForMenu(run, 5000);
     ASSERT_TRUE(menu) << "the tray menu opened";
     ::Sleep(100);
-    HoldForScreenshot("tray_menu");
+    e2e::HoldForScreenshot("tray_menu");
     ::PostMessageW(menu, WM_CHAR, L'a', 0);
     EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(menu); }, 3000)) << "the menu closed";
 }
@@ -79,7 +67,7 @@ TEST(TrayMenu, TheAboutItemOpensTheAboutBox) {
     EXPECT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(box) != FALSE; }, 3000));
     EXPECT_EQ(ItemText(box, 1000), L"Vorrel [Dec 30, 2023]");
     ::Sleep(200);
-    HoldForScreenshot("about_box");
+    e2e::HoldForScreenshot("about_box");
     e2e::Press(box, IDOK);
     EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(box); }, 3000)) << "OK closes the box";
     EXPECT_EQ(run.companion->WaitExit(0), static_cast<DWORD>(STILL_ACTIVE));

@@ -1,0 +1,37 @@
+#pragma once
+// The VST instrument host: a separate program of the instrument's bitness that loads the
+// instrument and plays MIDI files through it, driven by WM_COPYDATA commands to its window.
+
+#include <windows.h>
+
+#include <string>
+
+namespace vrl {
+
+// Commands to the host; the text of each is empty unless noted.
+enum VstHostCommand : int {
+    kVstOpen = 1,        // the full path of the MIDI file
+    kVstPlay = 2,
+    kVstStop = 3,
+    kVstClose = 4,
+    kVstLoad = 5,        // the full path of the instrument
+    kVstShowEditor = 6,
+    kVstQuit = 7,
+};
+
+// How long one command waits for a host that does not answer before it is given up.
+inline constexpr UINT kVstHostAnswerMs = 3000;
+
+// 32 or 64 from the instrument file's program header, 0 for another machine, `previous` when the
+// file cannot be read or is not a program.
+int ReadVstBits(const std::wstring& path, int previous);
+
+// Sends one command to the running host (the 32-bit one first); 0 when no host window exists,
+// when the text does not fit the host's 1023 characters, or when the host did not answer.
+LRESULT SendVstHostCommand(int command, const std::u16string& text);
+
+// Ends a running host, starts the host of `bits` from its subfolder of the current folder with the
+// two windows it reports to, gives it a second to create its window and loads the instrument.
+void StartVstHost(int bits, const std::u16string& instrument, HWND playingFile, HWND status);
+
+}  // namespace vrl
