@@ -28,11 +28,11 @@ int TryLogTable(const std::u16string& path, const std::string& bytes, const Args
 }
 
 // vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ
-int TryMusicTable(const std::u16string& path, const std::string&, const Args& rest, const Context&) {
+int TryMusicTable(const std::u16string& path, const std::string&, const Args& rest, const Context& context) {
     Args args{u"try", path};
     args.insert(args.end(), rest.begin(), rest.end());
     std::string out, err;
-    const int code = RunMusicTry(args, &out, &err);
+    const int code = RunMusicTry(args, context.language, &out, &err);
     Print(stdout, out);
     Print(stderr, err);
     return code;

@@ -194,6 +194,8 @@ TEST(MusicRulesTest, TheTryReportTellsWhatThePanelWouldDo) {
     EXPECT_NE(report.find("second pass (name only): rule 1 matched"), std::string::npos) << report;
     EXPECT_NE(report.find("a.ogg -> C:\\Morva\\user\\music\\a.ogg  volume 70"), std::string::npos) << report;
     EXPECT_NE(report.find("b.ogg -> C:\\Morva\\sound\\b.ogg  NOT FOUND"), std::string::npos) << report;
+    EXPECT_NE(MusicTryReport(rules, volumes, request, folders, exists, 1).find("2 回目 (名前のみ): 規則 1 が一致"),
+              std::string::npos);
     request.path = u"mcVrlBabyRaid";  // its general rule has an empty playlist: nothing changes
     EXPECT_NE(MusicTryReport(rules, volumes, request, folders, exists).find("goes on"), std::string::npos);
 }
