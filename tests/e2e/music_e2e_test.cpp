@@ -81,9 +81,12 @@ struct MusicSession {
         return ::SendMessageW(panel, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
     }
 
-    // The game closes; the companion follows and stores what it keeps.
+    // The game closes; the companion follows and stores what it keeps. A game closed before the
+    // companion's watch has seen it would be reported as never found.
     void EndGame() {
-        ::PostMessageW(e2e::WaitForGameWindow(5000), WM_CLOSE, 0, 0);
+        HWND game = e2e::WaitForGameWindow(5000);
+        e2e::LetTheCompanionSeeTheGame(game);
+        ::PostMessageW(game, WM_CLOSE, 0, 0);
         EXPECT_EQ(companion->WaitExit(20000), 1u);
     }
 };
