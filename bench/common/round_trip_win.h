@@ -1,10 +1,13 @@
 #pragma once
 // Shared by the round-trip benchmarks: a window that only answers WM_COPYDATA with 1 (the bare
-// round trip the real windows are measured against), and the two figures they print.
+// round trip the real windows are measured against), the two figures they print, their scratch
+// folder and the message loop that runs while a second thread sends.
 
 #include <windows.h>
 
 #include <algorithm>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace vrlbench {
@@ -33,6 +36,29 @@ inline double Mean(const std::vector<double>& values) {
     double sum = 0;
     for (double v : values) sum += v;
     return sum / static_cast<double>(values.size());
+}
+
+// A folder of the benchmark's own under the temporary folder, made the current one.
+inline std::wstring EnterBenchFolder(const wchar_t* name) {
+    wchar_t temp[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, temp);
+    const std::wstring folder = std::wstring(temp) + name;
+    ::CreateDirectoryW(folder.c_str(), nullptr);
+    ::SetCurrentDirectoryW(folder.c_str());
+    return folder;
+}
+
+// Runs `measure(uiThread)` on a thread of its own while this thread pumps the windows' messages;
+// `measure` posts WM_QUIT to uiThread when it is done.
+template <typename Measure>
+void PumpWhileSending(Measure measure) {
+    std::thread sender(measure, ::GetCurrentThreadId());
+    MSG msg;
+    while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
+        ::TranslateMessage(&msg);
+        ::DispatchMessageW(&msg);
+    }
+    sender.join();
 }
 
 }  // namespace vrlbench

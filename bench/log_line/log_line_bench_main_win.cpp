@@ -14,7 +14,6 @@
 #include <cstdio>
 #include <fstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "app/app_state_win.h"
@@ -110,11 +109,7 @@ void Measure(HWND logWindow, HWND nullReceiver, DWORD uiThread, int growthLines)
 int main(int argc, char** argv) {
     const bool hidden = argc > 1 && std::string(argv[1]) == "hidden";
     const int growth = argc > 2 ? std::atoi(argv[2]) : kGrowthLines;
-    wchar_t temp[MAX_PATH] = {};
-    ::GetTempPathW(MAX_PATH, temp);
-    const std::wstring folder = std::wstring(temp) + L"vrl_log_line_bench";
-    ::CreateDirectoryW(folder.c_str(), nullptr);
-    ::SetCurrentDirectoryW(folder.c_str());
+    const std::wstring folder = vrlbench::EnterBenchFolder(L"vrl_log_line_bench");
     std::ofstream((folder + L"\\LogEx.kcsv").c_str(), std::ios::binary) << RulesTable();
 
     ::LoadLibraryW(L"riched20.dll");
@@ -132,13 +127,7 @@ int main(int argc, char** argv) {
     }
     HWND nullReceiver = CreateNullReceiver();
 
-    std::thread sender(Measure, log.Handle(), nullReceiver, ::GetCurrentThreadId(), growth);
-    MSG msg;
-    while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
-        ::TranslateMessage(&msg);
-        ::DispatchMessageW(&msg);
-    }
-    sender.join();
+    vrlbench::PumpWhileSending([&](DWORD uiThread) { Measure(log.Handle(), nullReceiver, uiThread, growth); });
     log.DestroyWindows();
     ::DestroyWindow(nullReceiver);
     ::DeleteFileW((folder + L"\\LogEx.kcsv").c_str());

@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <fstream>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "app/app_state_win.h"
@@ -74,11 +73,7 @@ void Measure(HWND panel, HWND nullReceiver, DWORD uiThread) {
 }  // namespace
 
 int main() {
-    wchar_t temp[MAX_PATH] = {};
-    ::GetTempPathW(MAX_PATH, temp);
-    const std::wstring folder = std::wstring(temp) + L"vrl_music_request_bench";
-    ::CreateDirectoryW(folder.c_str(), nullptr);
-    ::SetCurrentDirectoryW(folder.c_str());
+    const std::wstring folder = vrlbench::EnterBenchFolder(L"vrl_music_request_bench");
     std::ofstream((folder + L"\\BGMEx.kcsv").c_str(), std::ios::binary) << RulesTable();
     for (const wchar_t* name : {L"a.wav", L"b.wav", L"c.wav", L"d.wav"}) std::ofstream((folder + L"\\" + name).c_str());
 
@@ -91,13 +86,7 @@ int main() {
     panel.Show(SW_SHOW);
     HWND nullReceiver = CreateNullReceiver();
 
-    std::thread sender(Measure, panel.Handle(), nullReceiver, ::GetCurrentThreadId());
-    MSG msg;
-    while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
-        ::TranslateMessage(&msg);
-        ::DispatchMessageW(&msg);
-    }
-    sender.join();
+    vrlbench::PumpWhileSending([&](DWORD uiThread) { Measure(panel.Handle(), nullReceiver, uiThread); });
     panel.Destroy();
     ::DestroyWindow(nullReceiver);
     for (const wchar_t* name : {L"BGMEx.kcsv", L"a.wav", L"b.wav", L"c.wav", L"d.wav"}) ::DeleteFileW((folder + L"\\" + name).c_str());

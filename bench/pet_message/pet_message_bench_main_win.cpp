@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstdio>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "app/app_state_win.h"
@@ -103,11 +102,7 @@ void Measure(HWND panel, HWND nullReceiver, DWORD uiThread) {
 }  // namespace
 
 int main() {
-    wchar_t temp[MAX_PATH] = {};
-    ::GetTempPathW(MAX_PATH, temp);
-    const std::wstring folder = std::wstring(temp) + L"vrl_pet_message_bench";
-    ::CreateDirectoryW(folder.c_str(), nullptr);
-    ::SetCurrentDirectoryW(folder.c_str());
+    const std::wstring folder = vrlbench::EnterBenchFolder(L"vrl_pet_message_bench");
     vrl::App().folders.program = folder;
     // The panel reads its reload bit from the frame's slots on every message.
     vrl::App().frame = CreateFrameStandIn();
@@ -121,13 +116,7 @@ int main() {
     g_panel = panel.Handle();
     HWND nullReceiver = vrlbench::CreateNullReceiver();
 
-    std::thread sender(Measure, panel.Handle(), nullReceiver, ::GetCurrentThreadId());
-    MSG msg;
-    while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
-        ::TranslateMessage(&msg);
-        ::DispatchMessageW(&msg);
-    }
-    sender.join();
+    vrlbench::PumpWhileSending([&](DWORD uiThread) { Measure(panel.Handle(), nullReceiver, uiThread); });
     panel.Destroy();
     ::DestroyWindow(nullReceiver);
     ::DestroyWindow(vrl::App().frame);
