@@ -14,6 +14,8 @@
 #include "app/install_paths.h"
 #include "ui/lang_text.h"
 
+#include "music/music_request.h"
+
 namespace vrl {
 
 class KcsvFile;
@@ -33,29 +35,6 @@ std::vector<MusicRule> MusicRulesOf(const KcsvFile& table);
 std::u16string SoundFontOf(const KcsvFile& table);
 // The MIDI back end that option "device" chooses: 1 BASS, 2 MCI, 3 the SMF library, 0 none.
 int MidiDeviceCodeOf(const KcsvFile& table);
-
-// The record of a music request, as the module sends it.
-inline constexpr std::size_t kMusicRequestBytes = 552;
-inline constexpr std::size_t kMusicPathChars = 260;
-
-// WM_COPYDATA codes of the module; every other code is a music request.
-inline constexpr unsigned long kMusicCodeStop = 2;
-inline constexpr unsigned long kMusicCodeClose = 3;
-
-struct MusicRequest {
-    std::u16string path;  // up to its first NUL, at most 260 characters
-    int month = 0;
-    int day = 0;
-    int hour = 0;
-    int mapObjectId = 0;
-    int playCount = 0;
-};
-
-// Reads the record from `size` received bytes: a shorter payload reads as if zero-filled past its
-// end, bytes past the record are ignored. Never reads outside [data, data + size).
-MusicRequest ReadMusicRequest(const void* data, std::size_t size);
-// The bytes of a record (for the module stand-in, tests and benchmarks).
-std::string MusicRequestBytes(const MusicRequest& request);
 
 // "cmap\" + file name when the request comes from the user's custom maps (its folder holds
 // "user\cmap"), else the file name with its extension.

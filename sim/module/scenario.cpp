@@ -1,5 +1,7 @@
 #include "sim/module/scenario.h"
 
+#include "music/music_request.h"
+
 #include <cctype>
 #include <cstdint>
 #include <iterator>
@@ -129,22 +131,9 @@ std::string ParsePet(const std::string& rest, Command* command) {
     return "";
 }
 
-void PutLe32(std::vector<unsigned char>& bytes, std::size_t at, std::int64_t value) {
-    const auto v = static_cast<std::uint32_t>(value);
-    for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<unsigned char>(v >> (8 * i));
-}
-
-// The 552-byte record of a music request: the path in UTF-16 (at most 259 units and a NUL), then
-// month, day and hour at 520, the map object at 540 and the play count at 548.
+// The record of a music request, with the path given in UTF-8.
 std::vector<unsigned char> MusicRecord(const std::string& utf8Path, const std::int64_t (&numbers)[6]) {
-    std::vector<unsigned char> bytes(552, 0);
-    std::size_t unit = 0;
-    auto put = [&](std::uint32_t u) {
-        if (unit >= 259) return;
-        bytes[2 * unit] = static_cast<unsigned char>(u);
-        bytes[2 * unit + 1] = static_cast<unsigned char>(u >> 8);
-        ++unit;
-    };
+    vrl::MusicRequest request;
     for (std::size_t i = 0; i < utf8Path.size();) {
         const auto c = static_cast<unsigned char>(utf8Path[i]);
         const int extra = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
@@ -152,18 +141,19 @@ std::vector<unsigned char> MusicRecord(const std::string& utf8Path, const std::i
         for (int k = 1; k <= extra && i + k < utf8Path.size(); ++k) point = point << 6 | (utf8Path[i + k] & 0x3F);
         i += 1 + extra;
         if (point >= 0x10000) {
-            put(0xD800 + ((point - 0x10000) >> 10));
-            put(0xDC00 + ((point - 0x10000) & 0x3FF));
+            request.path.push_back(static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10)));
+            request.path.push_back(static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF)));
         } else {
-            put(point);
+            request.path.push_back(static_cast<char16_t>(point));
         }
     }
-    PutLe32(bytes, 520, numbers[1]);
-    PutLe32(bytes, 524, numbers[2]);
-    PutLe32(bytes, 528, numbers[3]);
-    PutLe32(bytes, 540, numbers[4]);
-    PutLe32(bytes, 548, numbers[5]);
-    return bytes;
+    request.month = static_cast<int>(numbers[1]);
+    request.day = static_cast<int>(numbers[2]);
+    request.hour = static_cast<int>(numbers[3]);
+    request.mapObjectId = static_cast<int>(numbers[4]);
+    request.playCount = static_cast<int>(numbers[5]);
+    const std::string bytes = vrl::MusicRequestBytes(request);
+    return std::vector<unsigned char>(bytes.begin(), bytes.end());
 }
 
 ParsedLine Error(const std::string& message) {

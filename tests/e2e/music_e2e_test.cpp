@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "e2e_support.h"
+#include "music/music_request.h"
 
 #include <commctrl.h>
 #include "tests/common/alerts_support_win.h"
@@ -93,51 +94,15 @@ struct MusicSession {
 
 // "row:column" texts of the candidate list, read through the companion's memory.
 std::vector<std::string> Candidates(HWND panel) {
-    HWND list = ::GetDlgItem(panel, kCandidates);
-    DWORD processId = 0;
-    ::GetWindowThreadProcessId(list, &processId);
-    HANDLE process = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId);
     std::vector<std::string> rows;
-    if (!process) return rows;
-    const SIZE_T size = sizeof(LVITEMW) + 300 * sizeof(wchar_t);
-    auto* remote = static_cast<char*>(::VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE));
-    const int count = static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
-    for (int row = 0; row < count; ++row) {
-        std::string line;
-        for (int column = 0; column < 2; ++column) {
-            LVITEMW item{};
-            item.iSubItem = column;
-            item.cchTextMax = 300;
-            item.pszText = reinterpret_cast<wchar_t*>(remote + sizeof(LVITEMW));
-            ::WriteProcessMemory(process, remote, &item, sizeof item, nullptr);
-            const auto length = static_cast<size_t>(::SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(remote)));
-            std::wstring text(length, L'\0');
-            ::ReadProcessMemory(process, remote + sizeof(LVITEMW), text.data(), length * sizeof(wchar_t), nullptr);
-            line += (column ? ":" : "") + e2e::Utf8(text);
-        }
-        rows.push_back(line);
-    }
-    ::VirtualFreeEx(process, remote, 0, MEM_RELEASE);
-    ::CloseHandle(process);
+    for (const std::vector<std::string>& cells : e2e::ListViewRows(::GetDlgItem(panel, kCandidates), 2))
+        rows.push_back(cells[0] + ":" + cells[1]);
     return rows;
 }
 
 // A request record as the module sends it.
 std::string Record(const std::wstring& path, int month, int day, int hour, int mapObject, int playCount) {
-    std::string bytes(552, '\0');
-    for (size_t i = 0; i < path.size() && i < 259; ++i) {
-        bytes[2 * i] = static_cast<char>(path[i] & 0xFF);
-        bytes[2 * i + 1] = static_cast<char>(path[i] >> 8);
-    }
-    auto put = [&](size_t at, int v) {
-        for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(static_cast<unsigned>(v) >> (8 * i));
-    };
-    put(520, month);
-    put(524, day);
-    put(528, hour);
-    put(540, mapObject);
-    put(548, playCount);
-    return bytes;
+    return vrl::MusicRequestBytes({std::u16string(path.begin(), path.end()), month, day, hour, mapObject, playCount});
 }
 
 TEST(MusicPanel, RequestsPlayTheChosenFileWithItsLoopAndVolume) {
