@@ -346,4 +346,22 @@ void HoldForScreenshot(const char* name) {
     ::Sleep(ms ? static_cast<DWORD>(std::atoi(ms)) : 1000);
 }
 
+void Session::Start(const std::string& ini, const std::string& scenario) {
+    install.WriteIni(ini);
+    if (!scenario.empty()) install.WriteScenario(scenario);
+    companion.reset();
+    companion = std::make_unique<Companion>(install);
+    frame = WaitForFrame();
+    ASSERT_TRUE(frame);
+}
+
+HWND Session::Slot(int slot) const {
+    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(frame, slot)));
+}
+
+LRESULT SendCopyData(HWND to, ULONG_PTR code, const void* bytes, size_t size) {
+    COPYDATASTRUCT data{code, static_cast<DWORD>(size), const_cast<void*>(bytes)};
+    return ::SendMessageW(to, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+}
+
 }  // namespace e2e

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -125,5 +126,24 @@ void HoldForScreenshot(const char* name);
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();
 
+
+// What most tests start with: an install of its own and the companion on it, with its frame.
+struct Session {
+    Install install = MakeInstall();
+    std::unique_ptr<Companion> companion;
+    HWND frame = nullptr;
+
+    // Writes Vrl.ini with `ini` and, when given, the module's scenario; ends an earlier run (with
+    // its games) and starts the companion again, up to its frame.
+    void Start(const std::string& ini, const std::string& scenario = {});
+    // The window the frame publishes in that slot.
+    HWND Slot(int slot) const;
+};
+
+// WM_COPYDATA as the module sends it; the reply.
+LRESULT SendCopyData(HWND to, ULONG_PTR code, const void* bytes, size_t size);
+inline LRESULT SendCopyData(HWND to, ULONG_PTR code, const std::string& bytes) {
+    return SendCopyData(to, code, bytes.data(), bytes.size());
+}
 
 }  // namespace e2e
