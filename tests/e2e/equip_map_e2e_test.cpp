@@ -10,37 +10,25 @@
 
 namespace {
 
-using e2e::Companion;
-using e2e::Install;
-
 constexpr int kSlotEquipWindow = 20;
 constexpr int kSlotEquipRequest = 24;
 constexpr int kSlotFurtherWindow = 36;
 
-struct Running {
-    Install install = e2e::MakeInstall();
-    std::unique_ptr<Companion> companion;
-    HWND frame = nullptr;
+struct Running : e2e::Session {
     HWND game = nullptr;
 
-    void Start(const std::string& ini, const std::string& scenario) {
-        install.WriteIni(ini);
-        install.WriteScenario(scenario);
-        companion = std::make_unique<Companion>(install);
-        frame = e2e::WaitForFrame();
+    void StartGame(const std::string& ini, const std::string& scenario) {
+        ASSERT_NO_FATAL_FAILURE(Start(ini, scenario));
         game = e2e::WaitForGameWindow();
-        ASSERT_TRUE(frame);
         ASSERT_TRUE(game);
     }
     std::wstring SaveFolder(const std::wstring& character) const {
         return install.gameFolder + L"\\save\\" + character;
     }
-    void MakeCharacter(const std::wstring& character) const {
+    void MakeCharacter(const std::wstring& character, const std::string& names = {}) const {
         ::CreateDirectoryW((install.gameFolder + L"\\save").c_str(), nullptr);
         ::CreateDirectoryW(SaveFolder(character).c_str(), nullptr);
-    }
-    HWND SlotWindow(int slot) const {
-        return reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(frame, slot)));
+        if (!names.empty()) vrltest::WriteFileBytes(SaveFolder(character) + L"\\Vrl_EquipSet.ini", names);
     }
 };
 
@@ -73,27 +61,34 @@ struct EquipWindow {
     }
 };
 
-// Starts the companion with the character "hero" whose names file holds `names` and lets the
-// module open the equip window; the window as it then shows.
-EquipWindow OpenEquipSets(Running& run, const std::string& names, int language) {
-    run.MakeCharacter(L"hero");
-    if (!names.empty()) vrltest::WriteFileBytes(run.SaveFolder(L"hero") + L"\\Vrl_EquipSet.ini", names);
-    run.Start("iLanguage=" + std::to_string(language) + "\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
+// The equip window once the module's request has shown it; empty when it did not show.
+EquipWindow WaitForEquipSets(const Running& run) {
     EquipWindow equip;
-    if (!e2e::WaitUntil([&] { return ::IsWindowVisible(equip.window = run.SlotWindow(kSlotEquipWindow)); }, 15000))
+    if (!e2e::WaitUntil([&] { return ::IsWindowVisible(equip.window = run.Slot(kSlotEquipWindow)); }, 15000))
         return {};
     equip.list = ::GetDlgItem(equip.window, 1000);
     return equip;
 }
 
-TEST(EquipSets, KeysWalkTheMenuRestoreTheFourthSetGoBackAndShiftCloses) {
+// A character the game has not made a folder for yet gets the box; once the folder is there, the
+// next request opens the window.
+TEST(EquipSets, AnUnknownCharacterGetsTheBoxThenKeysWalkTheMenuRestoreTheFourthSetAndShiftCloses) {
     Running run;
+    run.StartGame("iLanguage=0\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
+    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(run.companion->ProcessId(), 15000);
+    ASSERT_TRUE(box.window);
+    EXPECT_EQ(box.caption, L"");
+    EXPECT_EQ(box.text, L"Error: Cannot detect character name.");
+    EXPECT_FALSE(::IsWindowVisible(run.Slot(kSlotEquipWindow)));
+    e2e::Press(box.window, IDOK);
+    ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(box.window); }, 3000));
+
     // A damaged names file: what can be read stands, the rest gets the default names.
     const std::string longName(100, 'x');
-    const EquipWindow equip = OpenEquipSets(
-        run, "\x01\x02garbage [[[ ]]] ====\r\n\x80\x81\xfe\r\n[Vorrel]\r\nEqSetName_02=" + longName +
-                 "\r\nEqSetName_05\r\n=no key\r\n[Other]\r\nEqSetName_06=not ours\r\n",
-        0);
+    run.MakeCharacter(L"hero", "\x01\x02garbage [[[ ]]] ====\r\n\x80\x81\xfe\r\n[Vorrel]\r\nEqSetName_02=" + longName +
+                                   "\r\nEqSetName_05\r\n=no key\r\n[Other]\r\nEqSetName_06=not ours\r\n");
+    ::PostMessageW(run.frame, 0xA000, 0, 0);
+    const EquipWindow equip = WaitForEquipSets(run);
     ASSERT_TRUE(equip.window);
     EXPECT_EQ(e2e::WindowText(equip.window), "Vrl [Equip set menu]");
     EXPECT_EQ(equip.Entries(), (std::vector<std::wstring>{L"Restore equip set", L"Save equip set", L"Edit equip set"}));
@@ -126,7 +121,9 @@ TEST(EquipSets, KeysWalkTheMenuRestoreTheFourthSetGoBackAndShiftCloses) {
 
 TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
     Running run;
-    const EquipWindow equip = OpenEquipSets(run, "", 1);
+    run.MakeCharacter(L"hero");
+    run.StartGame("iLanguage=1\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
+    const EquipWindow equip = WaitForEquipSets(run);
     ASSERT_TRUE(equip.window);
     EXPECT_EQ(e2e::WindowText(equip.window), "Vrl [装備セットメニュー]");
     equip.Down(2);
@@ -156,24 +153,6 @@ TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
     ::GetPrivateProfileStringW(L"Vorrel", L"EqSetName_01", L"", stored, 64,
                                (run.SaveFolder(L"hero") + L"\\Vrl_EquipSet.ini").c_str());
     EXPECT_STREQ(stored, L"Boss fight");
-}
-
-TEST(EquipSets, AnUnknownCharacterGetsTheBoxAndALaterRequestLooksAgain) {
-    Running run;
-    run.Start("iLanguage=0\r\nenEquipSet=1\r\n", "static1 nobody\nrequest a000\n");
-    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(run.companion->ProcessId(), 15000);
-    ASSERT_TRUE(box.window);
-    EXPECT_EQ(box.caption, L"");
-    EXPECT_EQ(box.text, L"Error: Cannot detect character name.");
-    HWND window = run.SlotWindow(kSlotEquipWindow);
-    EXPECT_FALSE(::IsWindowVisible(window));
-    e2e::Press(box.window, IDOK);
-    ASSERT_TRUE(e2e::WaitUntil([&] { return !::IsWindow(box.window); }, 3000));
-
-    // The game has now made the character's folder.
-    run.MakeCharacter(L"nobody");
-    ::PostMessageW(run.frame, 0xA000, 0, 0);
-    EXPECT_TRUE(e2e::WaitUntil([&] { return ::IsWindowVisible(window) != FALSE; }, 5000));
 }
 
 // --- Treasure map -----------------------------------------------------------------------------
@@ -207,11 +186,11 @@ MapShown WaitForMap(int width, int height) {
     return map;
 }
 
-TEST(TreasureMap, AtScale100ThePictureIsTheGamesMapPixelForPixelBesideTheGame) {
+TEST(TreasureMap, TheGamesMapPixelForPixelBesideTheGameThenDoubleFromATallDrawWindowAgainstTheEdge) {
     Running run;
-    run.Start("iLanguage=0\r\nenTreasureMap=1\r\n", "showmap 1\nwait 2500\nhotkey 1200\n");
+    run.StartGame("iLanguage=0\r\nenTreasureMap=1\r\n", "showmap 1\nwait 2500\nhotkey 1200\n");
     ::SetWindowPos(run.game, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    const MapShown map = WaitForMap(408, 312);
+    MapShown map = WaitForMap(408, 312);
     ASSERT_EQ(map.pictureClient.right, 408);
     ::Sleep(300);  // painted
 
@@ -227,31 +206,25 @@ TEST(TreasureMap, AtScale100ThePictureIsTheGamesMapPixelForPixelBesideTheGame) {
     for (size_t i = 0; i < shown.size(); ++i) differing += shown[i] != game[i];
     EXPECT_EQ(differing, 0u) << "of " << shown.size() << " pixels";
     EXPECT_EQ(game[0], 0x00E2CA96u) << "the game's parchment is where the map is cut out";
-}
 
-TEST(TreasureMap, ATwiceAsTallDrawWindowNearTheRightEdgeGivesADoubleMapAgainstTheEdge) {
-    Running run;
-    // The taller view opens once the companion has taken the main window as the game's.
-    run.Start("iLanguage=0\r\nenTreasureMap=1\r\n", "showmap 1\nwait 1500\nopen36 240 1200\n");
-    ASSERT_TRUE(e2e::WaitUntil([&] { return run.SlotWindow(kSlotFurtherWindow) != nullptr; }, 10000));
-    HWND draw = run.SlotWindow(kSlotFurtherWindow);
-    RECT drawClient{};
-    ASSERT_TRUE(e2e::WaitUntil([&] { return ::GetClientRect(draw, &drawClient) && drawClient.bottom == 1200; }, 5000));
+    ::PostMessageW(map.window, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(map.window); }, 3000)) << "closing hides it";
+
+    // The game opens a draw window twice as tall, near the screen's right edge, as the module
+    // publishes it.
+    HWND draw = reinterpret_cast<HWND>(::SendMessageW(run.game, WM_APP + 0x36, 240, 1200));
+    ASSERT_TRUE(draw);
+    ::SetWindowLongW(run.frame, kSlotFurtherWindow, static_cast<LONG>(reinterpret_cast<LONG_PTR>(draw)));
     ::SetWindowPos(draw, nullptr, 1000, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-
-    HWND window = e2e::WaitForWindow(L"#32770", L"Treasure Map - Vorrel", 5000);
-    ::PostMessageW(window, WM_HOTKEY, 1200, 0);
-    const MapShown map = WaitForMap(816, 624);
+    ::PostMessageW(map.window, WM_HOTKEY, 1200, 0);
+    map = WaitForMap(816, 624);
     ASSERT_EQ(map.pictureClient.right, 816);
-    RECT mapWindow{}, desktop{}, drawWindow{};
+    RECT desktop{}, drawWindow{};
     ::GetWindowRect(map.window, &mapWindow);
     ::GetWindowRect(::GetDesktopWindow(), &desktop);
     ::GetWindowRect(draw, &drawWindow);
     EXPECT_EQ(mapWindow.right, desktop.right) << "pulled back onto the screen, over the game";
     EXPECT_EQ(mapWindow.top, drawWindow.top);
-
-    ::PostMessageW(map.window, WM_COMMAND, IDCANCEL, 0);
-    EXPECT_TRUE(e2e::WaitUntil([&] { return !::IsWindowVisible(map.window); }, 3000)) << "closing hides it";
 }
 
 }  // namespace
