@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "e2e_support.h"
 
 #include <commctrl.h>
@@ -27,48 +25,32 @@ const char kPlayerTable[] =
 
 const char kFireDagger[] = "item 512 1044 0x402 10012:3,80005:1,2:-2,90001:7,40000:5 Fire dagger\n";
 
-struct ItemSession {
-    e2e::Install install = e2e::MakeInstall();
-    std::unique_ptr<e2e::Companion> companion;
-    HWND frame = nullptr;
+struct ItemSession : e2e::Session {
     HWND panel = nullptr;
 
-    void Start(const std::string& ini, const std::string& scenario) {
-        install.WriteIni(ini);
-        install.WriteScenario("waitfor item\n" + scenario);
-        companion = std::make_unique<e2e::Companion>(install);
-        frame = e2e::WaitForFrame();
-        ASSERT_TRUE(frame);
-        ASSERT_TRUE(e2e::WaitUntil([&] { return ::IsWindow(panel = Published()) != FALSE; }, 20000));
-        std::string transcript;
-        e2e::WaitUntil([&] {
-            transcript = install.ReadTranscript();
-            return transcript.find("module: end of scenario") != std::string::npos;
-        }, 30000);
-        ASSERT_NE(transcript.find("module: end of scenario"), std::string::npos) << transcript;
+    // Starts the companion with the item panel, in `language`; the module sends it the fire dagger.
+    void Start(int language) {
+        ASSERT_NO_FATAL_FAILURE(Session::Start("enItemInfo=1\r\niLanguage=" + std::to_string(language) + "\r\n",
+                                               std::string("waitfor item\n") + kFireDagger));
+        ASSERT_TRUE(e2e::WaitUntil([&] { return ::IsWindow(panel = Slot(kSlotItemPanel)) != FALSE; }, 20000));
+        const std::string transcript = install.WaitForScenarioEnd();
         EXPECT_EQ(transcript.find("error"), std::string::npos) << transcript;
     }
 
-    HWND Published() const {
-        return reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(frame, kSlotItemPanel)));
-    }
     Rows List() const { return e2e::ListViewRows(::GetDlgItem(panel, kListId), 4); }
     std::string Field(int id) const { return e2e::WindowText(::GetDlgItem(panel, id)); }
-
-    LRESULT Send(const void* bytes, DWORD size, ULONG_PTR code = 0) const {
-        COPYDATASTRUCT data{code, size, const_cast<void*>(bytes)};
-        return ::SendMessageW(panel, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
-    }
     LRESULT Send(const vrl::ItemInfoRecord& record, ULONG_PTR code = 0) const {
         const std::vector<unsigned char> bytes = vrl::EncodeItemRecord(record);
-        return Send(bytes.data(), static_cast<DWORD>(bytes.size()), code);
+        return e2e::SendCopyData(panel, code, bytes.data(), bytes.size());
     }
 };
 
-TEST(ItemPanel, ShowsTheModulesItemAndASecondItemReplacesEveryRow) {
+// How short, long and nameless records read is tested natively; the panel answers each and
+// shows what it read.
+TEST(ItemPanel, ShowsTheModulesItemASecondItemReplacesEveryRowAndHostilePayloadsAreAnswered) {
     ItemSession s;
     s.install.WriteProgramFile(L"EnchantTable.kcsv", kPlayerTable);
-    s.Start("iLanguage=0\r\nenItemInfo=1\r\n", kFireDagger);
+    ASSERT_NO_FATAL_FAILURE(s.Start(0));
 
     EXPECT_EQ(e2e::WindowText(s.panel), "Item Information - Vorrel");
     EXPECT_TRUE(::IsWindowVisible(s.panel)) << "the panel shows itself";
@@ -98,6 +80,16 @@ TEST(ItemPanel, ShowsTheModulesItemAndASecondItemReplacesEveryRow) {
     EXPECT_EQ(s.List(), (Rows{{"", "70010", "Sustain[Strength]", "(4)"}}));
     EXPECT_EQ(s.Field(1003), "Ring");
 
+    const char16_t shortName[] = u"Ax";
+    EXPECT_EQ(e2e::SendCopyData(s.panel, 0, shortName, sizeof shortName), TRUE);
+    EXPECT_EQ(s.Field(1003), "Ax");
+    EXPECT_TRUE(s.List().empty()) << "past its end a short payload reads as zeros";
+    EXPECT_EQ(e2e::SendCopyData(s.panel, 0, std::string(4096, '\xFF')), TRUE);
+    EXPECT_EQ(s.Field(1004), "-1");
+    EXPECT_EQ(s.List().size(), 3u + 15u) << "three property rows, fifteen enchantments of id -1";
+    EXPECT_EQ(e2e::SendCopyData(s.panel, 0, nullptr, 0), TRUE);
+    EXPECT_TRUE(s.List().empty());
+
     // Closing hides the panel; the tray item brings it back.
     ::SendMessageW(s.panel, WM_COMMAND, IDCANCEL, 0);
     EXPECT_FALSE(::IsWindowVisible(s.panel));
@@ -108,7 +100,7 @@ TEST(ItemPanel, ShowsTheModulesItemAndASecondItemReplacesEveryRow) {
 TEST(ItemPanel, JapaneseTexts) {
     ItemSession s;
     s.install.WriteProgramFile(L"EnchantTable.kcsv", kPlayerTable);
-    s.Start("iLanguage=1\r\nenItemInfo=1\r\n", kFireDagger);
+    ASSERT_NO_FATAL_FAILURE(s.Start(1));
     EXPECT_EQ(e2e::WindowText(s.panel), "アイテム情報 - Vorrel");
     const Rows expected = {
         {"", "1", "祝福", ""},
@@ -122,10 +114,10 @@ TEST(ItemPanel, JapaneseTexts) {
     EXPECT_EQ(s.List(), expected);
 }
 
-TEST(ItemPanel, HostilePayloadsWithoutAnyEnchantTable) {
+TEST(ItemPanel, WithoutAnyEnchantTableTheRowsShowTheirNumbers) {
     ItemSession s;
     ::DeleteFileW(s.install.ProgramFile(L"VrlConfig.exe").c_str());
-    s.Start("iLanguage=0\r\nenItemInfo=1\r\n", kFireDagger);
+    ASSERT_NO_FATAL_FAILURE(s.Start(0));
     EXPECT_EQ(s.List(), (Rows{{"", "1", "", ""},
                               {"", "1", "", ""},
                               {"", "10012", "[]", "(3)"},
@@ -133,21 +125,6 @@ TEST(ItemPanel, HostilePayloadsWithoutAnyEnchantTable) {
                               {"", "2", "", "(-2)"},
                               {"", "90001", "[]", "(7)"},
                               {"", "40000", "[]", "(5)"}}));
-
-    const char16_t shortName[] = u"Ax";
-    EXPECT_EQ(s.Send(shortName, sizeof shortName), TRUE);
-    EXPECT_EQ(s.Field(1003), "Ax");
-    EXPECT_EQ(s.Field(1004), "0");
-    EXPECT_TRUE(s.List().empty()) << "past its end a short payload reads as zeros";
-
-    const std::string garbage(4096, '\xFF');
-    EXPECT_EQ(s.Send(garbage.data(), static_cast<DWORD>(garbage.size())), TRUE);
-    EXPECT_EQ(s.Field(1004), "-1");
-    EXPECT_EQ(s.List().size(), 3u + 15u) << "three property rows, fifteen enchantments of id -1";
-
-    EXPECT_EQ(s.Send(nullptr, 0), TRUE);
-    EXPECT_TRUE(s.List().empty());
-    EXPECT_TRUE(::IsWindow(s.frame));
 }
 
 }  // namespace
