@@ -4,9 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <memory>
-
 #include "e2e_support.h"
 
 #include <commctrl.h>
@@ -16,8 +13,6 @@
 
 namespace {
 
-using e2e::Companion;
-using e2e::Install;
 using vrltest::Calls;
 
 constexpr int kPlayingFile = 1000, kFileVolume = 1001, kSoundFont = 1003, kChangeButton = 1004, kError = 1009;
@@ -27,9 +22,7 @@ constexpr int kMasterVolume = 1011;
 
 // "song.mid" answers a.mid, "loop.ogg" b.mid, "text.mid" (not a MIDI file) c.mid; all in the
 // user's music folder.
-struct MidiSession {
-    Install install = e2e::MakeInstall();
-    std::unique_ptr<Companion> companion;
+struct MidiSession : e2e::Session {
     HWND panel = nullptr;
     std::wstring song;
     std::wstring loop;
@@ -69,27 +62,18 @@ struct MidiSession {
     }
 
     void Start(const std::string& scenario) {
-        install.WriteIni("enMusicExtender=1\r\niLanguage=0\r\n");
-        install.WriteScenario("waitfor music\n" + scenario);
-        companion.reset();  // an earlier run ends (with its games) before the next starts
-        companion = std::make_unique<Companion>(install);
-        ASSERT_TRUE(e2e::WaitForFrame(30000));
+        ASSERT_NO_FATAL_FAILURE(Session::Start("enMusicExtender=1\r\niLanguage=0\r\n", "waitfor music\n" + scenario));
         panel = e2e::WaitForWindow(L"#32770", L"Music Control Panel", 20000);
         ASSERT_TRUE(panel);
     }
-    void WaitForScenario() const {
-        EXPECT_TRUE(e2e::WaitUntil([&] { return install.ReadTranscript().find("module: end of scenario") != std::string::npos; },
-                                   30000)) << install.ReadTranscript();
+    // Starts again after an earlier run, with a new transcript.
+    void Restart(const std::string& scenario) {
+        companion.reset();
+        ::DeleteFileW(install.transcript.c_str());
+        Start(scenario);
     }
+    void WaitForScenario() const { install.WaitForScenarioEnd(); }
     std::string Text(int id) const { return e2e::WindowText(::GetDlgItem(panel, id)); }
-    // For a screenshot script (VRL_SHOT_SIGNAL): the panel as a player opens it from the tray.
-    void ShowForScreenshot(const char* name) const {
-        if (!std::getenv("VRL_SHOT_SIGNAL")) return;
-        RECT box{};
-        ::GetWindowRect(panel, &box);
-        ::SetWindowPos(panel, HWND_TOP, 1280 - (box.right - box.left), 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
-        e2e::HoldForScreenshot(name);
-    }
 };
 
 std::string Request(const char* name, int playCount = 1) {
@@ -132,7 +116,6 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
     s.Start(Request("a.mid") + "copydata music 2\n" + Request("a.mid") + Request("b.mid"));
     s.WaitForScenario();
 
-    s.ShowForScreenshot("music_vst");
     const std::string song = e2e::Utf8(s.song);
     auto trace = s.HostTrace(64);
     ASSERT_GE(trace.size(), 2u);
@@ -188,23 +171,19 @@ TEST(VstHost, HostsThatHangOrNeverAppearAndFilesThatAreNoProgramsChangeNothingEl
     DWORD_PTR answer = 0;
     EXPECT_TRUE(::SendMessageTimeoutW(s.panel, WM_NULL, 0, 0, SMTO_NORMAL, 5000, &answer)) << "the panel answers";
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
-    s.companion.reset();
 
     // A host that never creates its window: the commands are dropped, the file counts as playing.
     ::DeleteFileW((s.install.programFolder + L"\\vst64\\hang.txt").c_str());
     vrltest::WriteFileBytes(s.install.programFolder + L"\\vst64\\nowindow.txt", "on\r\n");
-    ::DeleteFileW(s.install.transcript.c_str());
-    s.Start(Request("a.mid"));
+    s.Restart(Request("a.mid"));
     s.WaitForScenario();
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
     EXPECT_EQ(s.Text(kSoundFont), "instrument64.dll");
-    s.companion.reset();
 
     // A ".dll" that is no program and no vst folder at all: MIDI stays with the audio library.
     s.install.WriteProgramFile(L"notes.dll", "not a program, only some text that is long enough to be read\r\n");
     s.install.WriteProgramFile(L"BGMEx.kcsv", "#format,kcsv\r\n#option,SoundFont:notes.dll\r\n#column,orgfile,playlist\r\na.mid,song.mid\r\n");
-    ::DeleteFileW(s.install.transcript.c_str());
-    s.Start(Request("a.mid"));
+    s.Restart(Request("a.mid"));
     s.WaitForScenario();
     EXPECT_EQ(s.Text(kSoundFont), "notes.dll");
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
@@ -227,7 +206,6 @@ TEST(SmfLibrary, TheLibraryPlaysMidiFilesWithItsVolumeScaleAndRepeatOption) {
                   add, "GGS4SetMasterVolume volume=-63", "GGS4Play option=3 rest=0,0,0,0 -> 0", "GGS4Stop fadeOut=0",
                   "GGS4ClearList", "GGS4ClearList", add, "GGS4SetMasterVolume volume=-63", "GGS4Play option=2 rest=0,0,0,0 -> 0"}));
     EXPECT_EQ(s.Text(kError), "NoError");
-    s.ShowForScreenshot("music_smf");
     EXPECT_EQ(s.Text(kSoundFont), "Sound Font is not loaded. (MCI/DirectMusic)");
 
     // Full volume is the top of the library's scale.
@@ -251,16 +229,14 @@ TEST(SmfLibrary, TheLibraryPlaysMidiFilesWithItsVolumeScaleAndRepeatOption) {
     EXPECT_EQ(plays(), 3u);
 
     // A file the library refuses is reported as not found.
-    ::DeleteFileW(s.install.transcript.c_str());
-    s.Start(Request("c.mid"));
+    s.Restart(Request("c.mid"));
     s.WaitForScenario();
     EXPECT_EQ(s.Text(kPlayingFile), "[" + e2e::Utf8(s.song.substr(0, s.song.size() - 8)) + "text.mid] File not found.");
 
     // Without the library: one box (in Japanese only) and every request fails without a crash.
-    s.companion.reset();
+    s.companion.reset();  // it holds the library
     ::DeleteFileW(s.install.ProgramFile(L"GuruGuruSMF4.dll").c_str());
-    ::DeleteFileW(s.install.transcript.c_str());
-    s.Start("wait 5000\n" + Request("a.mid") + Request("b.mid") + Request("a.mid"));
+    s.Restart("wait 5000\n" + Request("a.mid") + Request("b.mid") + Request("a.mid"));
     const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(s.companion->ProcessId(), 10000);
     ASSERT_TRUE(box.window);
     e2e::HoldForScreenshot("smf_missing_box");
@@ -278,10 +254,8 @@ TEST(MciSequencer, OptionOneChoosesTheSequencerWhichPlaysWithoutASoundCard) {
     s.WaitForScenario();
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
     EXPECT_EQ(s.Text(kSoundFont), "Sound Font is not loaded. (MCI/DirectMusic)");
-    s.ShowForScreenshot("music_mci");
 
-    ::DeleteFileW(s.install.transcript.c_str());
-    s.Start(Request("c.mid"));
+    s.Restart(Request("c.mid"));
     s.WaitForScenario();
     EXPECT_EQ(s.Text(kPlayingFile), "[" + e2e::Utf8(s.song.substr(0, s.song.size() - 8)) + "text.mid] File not found.");
 }
