@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 #include "app/command_ids.h"
@@ -15,15 +14,10 @@
 
 namespace {
 
-using e2e::Companion;
-
 constexpr WPARAM kDockUndock = 1001;  // the full-log window's system menu
 constexpr int kTabId = 1003;
 
-struct PlacementSession {
-    e2e::Install install = e2e::MakeInstall();
-    std::unique_ptr<Companion> companion;
-    HWND frame = nullptr;
+struct PlacementSession : e2e::Session {
     HWND game = nullptr;
     HWND fullLog = nullptr;
     HWND extractedLog = nullptr;
@@ -33,11 +27,9 @@ struct PlacementSession {
     HWND item = nullptr;
 
     void Start(const std::string& ini) {
-        install.WriteIni(ini);
-        companion = std::make_unique<Companion>(install);
-        frame = e2e::WaitForFrame();
+        ASSERT_NO_FATAL_FAILURE(Session::Start(ini));
         game = e2e::WaitForGameWindow();
-        ASSERT_TRUE(frame && game);
+        ASSERT_TRUE(game);
         e2e::LetTheCompanionSeeTheGame(game);
         extractedLog = e2e::WaitForWindow(L"#32770", L"Extracted Log - Vorrel", 20000);
         fullLog = e2e::WaitForWindow(L"#32770", L"Full Log - Vorrel", 5000);

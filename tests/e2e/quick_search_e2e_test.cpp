@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "e2e_support.h"
 
 namespace {
@@ -14,33 +12,15 @@ constexpr int kSlotWordBox = 16;
 constexpr COLORREF kBlue = RGB(0, 0, 223);
 constexpr COLORREF kGrey = RGB(127, 127, 127);
 
-struct QuickSearchSession {
-    e2e::Install install = e2e::MakeInstall();
-    std::unique_ptr<e2e::Companion> companion;
-    HWND frame = nullptr;
+struct QuickSearchSession : e2e::Session {
     HWND bar = nullptr;
     HWND box = nullptr;
 
     void Start(const std::string& ini, const std::string& words, const std::string& scenario) {
-        install.WriteIni(ini);
         install.WriteProgramFile(L"QuickSearch.kcsv", words);
-        install.WriteScenario(scenario);
-        companion = std::make_unique<e2e::Companion>(install);
-        frame = e2e::WaitForFrame();
-        ASSERT_TRUE(frame);
-        ASSERT_TRUE(e2e::WaitUntil([&] { return ::IsWindow(box = Published()) != FALSE; }, 20000));
+        ASSERT_NO_FATAL_FAILURE(Session::Start(ini, scenario));
+        ASSERT_TRUE(e2e::WaitUntil([&] { return ::IsWindow(box = Slot(kSlotWordBox)) != FALSE; }, 20000));
         bar = ::GetParent(box);
-    }
-    HWND Published() const {
-        return reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(frame, kSlotWordBox)));
-    }
-    std::string Transcript() const {
-        std::string transcript;
-        e2e::WaitUntil([&] {
-            transcript = install.ReadTranscript();
-            return transcript.find("module: end of scenario") != std::string::npos;
-        }, 30000);
-        return transcript;
     }
     // The middle of the strip at the bar's left edge, on the screen.
     COLORREF StripColour() const {
@@ -64,7 +44,7 @@ TEST(QuickSearch, SortedWordsTheModulesWordReloadCloseAndHotkey) {
     EXPECT_EQ(e2e::ComboBoxEntries(s.box), (std::vector<std::string>{"dagger", "potion", "scroll"}));
     EXPECT_EQ(e2e::WindowText(::GetDlgItem(s.bar, IDOK)), "Close");
     EXPECT_TRUE(::IsWindowVisible(s.bar));
-    const std::string transcript = s.Transcript();
+    const std::string transcript = s.install.WaitForScenarioEnd();
     EXPECT_NE(transcript.find("module: word -> \"dragon\""), std::string::npos) << transcript;
 
     // A changed file is read only when the bar is activated with the bit set; other bits stay.
