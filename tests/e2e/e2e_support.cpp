@@ -355,6 +355,13 @@ void Session::Start(const std::string& ini, const std::string& scenario) {
     ASSERT_TRUE(frame);
 }
 
+void Session::StartWithGame(const std::string& ini, const std::string& scenario) {
+    ASSERT_NO_FATAL_FAILURE(Start(ini, scenario));
+    game = WaitForGameWindow();
+    ASSERT_TRUE(game) << install.ReadTranscript();
+    LetTheCompanionSeeTheGame(game);
+}
+
 HWND Session::Slot(int slot) const {
     return reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(frame, slot)));
 }

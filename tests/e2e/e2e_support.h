@@ -132,10 +132,13 @@ struct Session {
     Install install = MakeInstall();
     std::unique_ptr<Companion> companion;
     HWND frame = nullptr;
+    HWND game = nullptr;  // after StartWithGame
 
     // Writes Vrl.ini with `ini` and, when given, the module's scenario; ends an earlier run (with
     // its games) and starts the companion again, up to its frame.
     void Start(const std::string& ini, const std::string& scenario = {});
+    // Start, then waits for the demo game's window until the companion has taken it as the game.
+    void StartWithGame(const std::string& ini, const std::string& scenario = {});
     // The window the frame publishes in that slot.
     HWND Slot(int slot) const;
 };

@@ -15,13 +15,6 @@ constexpr int kSlotEquipRequest = 24;
 constexpr int kSlotFurtherWindow = 36;
 
 struct Running : e2e::Session {
-    HWND game = nullptr;
-
-    void StartGame(const std::string& ini, const std::string& scenario) {
-        ASSERT_NO_FATAL_FAILURE(Start(ini, scenario));
-        game = e2e::WaitForGameWindow();
-        ASSERT_TRUE(game);
-    }
     std::wstring SaveFolder(const std::wstring& character) const {
         return install.gameFolder + L"\\save\\" + character;
     }
@@ -74,7 +67,7 @@ EquipWindow WaitForEquipSets(const Running& run) {
 // next request opens the window.
 TEST(EquipSets, AnUnknownCharacterGetsTheBoxThenKeysWalkTheMenuRestoreTheFourthSetAndShiftCloses) {
     Running run;
-    run.StartGame("iLanguage=0\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
+    run.StartWithGame("iLanguage=0\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
     const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(run.companion->ProcessId(), 15000);
     ASSERT_TRUE(box.window);
     EXPECT_EQ(box.caption, L"");
@@ -122,7 +115,7 @@ TEST(EquipSets, AnUnknownCharacterGetsTheBoxThenKeysWalkTheMenuRestoreTheFourthS
 TEST(EquipSets, RenamingTheSecondSetWritesItsKeyAndShowsTheNewName) {
     Running run;
     run.MakeCharacter(L"hero");
-    run.StartGame("iLanguage=1\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
+    run.StartWithGame("iLanguage=1\r\nenEquipSet=1\r\n", "static1 hero\nrequest a000\n");
     const EquipWindow equip = WaitForEquipSets(run);
     ASSERT_TRUE(equip.window);
     EXPECT_EQ(e2e::WindowText(equip.window), "Vrl [装備セットメニュー]");
@@ -188,7 +181,7 @@ MapShown WaitForMap(int width, int height) {
 
 TEST(TreasureMap, TheGamesMapPixelForPixelBesideTheGameThenDoubleFromATallDrawWindowAgainstTheEdge) {
     Running run;
-    run.StartGame("iLanguage=0\r\nenTreasureMap=1\r\n", "showmap 1\nwait 2500\nhotkey 1200\n");
+    run.StartWithGame("iLanguage=0\r\nenTreasureMap=1\r\n", "showmap 1\nwait 2500\nhotkey 1200\n");
     ::SetWindowPos(run.game, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     MapShown map = WaitForMap(408, 312);
     ASSERT_EQ(map.pictureClient.right, 408);

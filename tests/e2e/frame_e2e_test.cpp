@@ -13,15 +13,6 @@ constexpr UINT kTrayCallback = WM_APP + 1;
 constexpr WPARAM kTrayIconId = 1234;
 constexpr int kSlotGameWindow = 0, kSlotScreen = 4, kSlotStatus1 = 12, kSlotStatus2 = 32, kSlotFurtherWindow = 36;
 
-// Starts the companion on the demo game; the game window, once the companion has taken it.
-HWND StartGame(Session& run, const std::string& ini, const std::string& scenario = {}) {
-    run.Start(ini, scenario);
-    HWND game = e2e::WaitForGameWindow();
-    EXPECT_TRUE(game) << run.install.ReadTranscript();
-    if (game) e2e::LetTheCompanionSeeTheGame(game);
-    return game;
-}
-
 // Opens the tray menu with a right button press and picks &About with the keyboard.
 void PickAboutFromTheTray(const Session& run) {
     ::PostMessageW(run.frame, kTrayCallback, kTrayIconId, WM_RBUTTONDOWN);
@@ -37,9 +28,9 @@ void PickAboutFromTheTray(const Session& run) {
 
 TEST(RunningCompanion, FrameSlotsCommandsTrayAboutAndTheGamesEnd) {
     Session run;
-    HWND game = StartGame(run, "iLanguage=0\r\nenScreenshot=1\r\n",
-                          "screen 5\nstatic1 hero_save\nrequest 9000 0\nrequest 9000 2\nreadslot 32\nwait 100\n");
-    ASSERT_TRUE(game);
+    ASSERT_NO_FATAL_FAILURE(run.StartWithGame("iLanguage=0\r\nenScreenshot=1\r\n",
+                          "screen 5\nstatic1 hero_save\nrequest 9000 0\nrequest 9000 2\nreadslot 32\nwait 100\n"));
+    HWND game = run.game;
 
     // The frame: 40 extra bytes, never visible, the two status statics in their slots.
     EXPECT_EQ(::GetClassLongW(run.frame, GCL_CBWNDEXTRA), 40u);
@@ -101,8 +92,8 @@ TEST(RunningCompanion, FrameSlotsCommandsTrayAboutAndTheGamesEnd) {
 TEST(ExitTogether, TheTraysExitAsksInTheChosenLanguageAndTakesTheTrayIconAlong) {
     ASSERT_NE(::GetUserDefaultLCID(), 0x0411u) << "the test needs an English system";
     Session run;
-    HWND game = StartGame(run, "iLanguage=1\r\n");
-    ASSERT_TRUE(game);
+    ASSERT_NO_FATAL_FAILURE(run.StartWithGame("iLanguage=1\r\n"));
+    HWND game = run.game;
     EXPECT_TRUE(e2e::TrayIconShown(run.frame));
 
     for (int answer : {IDNO, IDYES}) {
@@ -131,8 +122,8 @@ TEST(GameWatch, TheLingeringGameIsEndedAndOnlyTheGame) {
         Session run;
         // The further window comes a second later, as in play: the game watch takes the first
         // visible window of the game's thread, which must be the main one.
-        HWND game = StartGame(run, {}, "wait 1000\nopen36\n");
-        ASSERT_TRUE(game);
+        ASSERT_NO_FATAL_FAILURE(run.StartWithGame({}, "wait 1000\nopen36\n"));
+        HWND game = run.game;
         ASSERT_TRUE(e2e::WaitUntil([&] { return run.Slot(kSlotFurtherWindow) != nullptr; }, 5000));
         HWND stranger = nullptr;
         if (strangerInTheSlot) {

@@ -76,12 +76,6 @@ std::string Text(HWND view) {
     return e2e::Utf8(lines);
 }
 
-std::string Title(HWND window) {
-    wchar_t title[64] = {};
-    ::GetWindowTextW(window, title, 64);
-    return e2e::Utf8(title);
-}
-
 TEST(LogWindows, LinesNoticesAndMalformedPayloadsFromTheModuleDockedOrNot) {
     LogSession log;
     log.Start(kIniBoth, kRules,
@@ -109,7 +103,7 @@ TEST(LogWindows, LinesNoticesAndMalformedPayloadsFromTheModuleDockedOrNot) {
 
     // Docked, the frame's pages and commands reach the views under the tabs.
     ::SendMessageW(log.fullWindow, WM_SYSCOMMAND, kDockUndock, 0);
-    EXPECT_EQ(Title(log.fullWindow), "Log - Vorrel");
+    EXPECT_EQ(e2e::WindowText(log.fullWindow), "Log - Vorrel");
     EXPECT_FALSE(::IsWindowVisible(log.extractedWindow));
     EXPECT_EQ(::GetParent(log.extracted), log.fullWindow);
     EXPECT_EQ(log.Page(0), log.full);
@@ -127,7 +121,7 @@ TEST(LogWindows, LinesNoticesAndMalformedPayloadsFromTheModuleDockedOrNot) {
     EXPECT_FALSE(::IsWindowVisible(log.extracted));
 
     ::SendMessageW(log.fullWindow, WM_SYSCOMMAND, kDockUndock, 0);
-    EXPECT_EQ(Title(log.fullWindow), "Full Log - Vorrel");
+    EXPECT_EQ(e2e::WindowText(log.fullWindow), "Full Log - Vorrel");
     EXPECT_TRUE(::IsWindowVisible(log.extractedWindow));
     EXPECT_EQ(::GetParent(log.extracted), log.extractedWindow);
 }

@@ -61,18 +61,14 @@ struct MusicSession : e2e::Session {
 
     std::vector<std::string> Trace() const { return vrltest::ReadLines(install.ProgramFile(L"bass_trace.txt")); }
 
-    std::string Text(int id) const {
-        wchar_t text[300] = {};
-        ::GetDlgItemTextW(panel, id, text, 300);
-        return e2e::Utf8(text);
-    }
+    std::string Text(int id) const { return e2e::WindowText(::GetDlgItem(panel, id)); }
 
     LRESULT Request(ULONG_PTR code, const std::string& bytes) const { return e2e::SendCopyData(panel, code, bytes); }
 
     // The game closes; the companion follows and stores what it keeps. A game closed before the
     // companion's watch has seen it would be reported as never found.
     void EndGame() {
-        HWND game = e2e::WaitForGameWindow(5000);
+        game = e2e::WaitForGameWindow(5000);
         e2e::LetTheCompanionSeeTheGame(game);
         ::PostMessageW(game, WM_CLOSE, 0, 0);
         EXPECT_EQ(companion->WaitExit(20000), 1u);

@@ -39,7 +39,7 @@ struct PetSession : e2e::Session {
     HWND list = nullptr;
 
     void Start(const std::string& ini, const std::string& scenario = {}, const wchar_t* title = L"Pet Information - Vorrel") {
-        ASSERT_NO_FATAL_FAILURE(Session::Start("enPetInfo=1\r\n" + ini, "waitfor pet\n" + scenario));
+        ASSERT_NO_FATAL_FAILURE(StartWithGame("enPetInfo=1\r\n" + ini, "waitfor pet\n" + scenario));
         panel = e2e::WaitForWindow(L"#32770", title, 20000);
         ASSERT_TRUE(panel);
         // Found by its title as soon as it exists: its set-up ends with the list's sixteen rows.
@@ -65,11 +65,8 @@ struct PetSession : e2e::Session {
         return e2e::ListViewCellRect(list, row, column, part);
     }
 
-    // Once the game shows, it goes out of the panel's way, so that the screen shows the panel.
+    // The game goes out of the panel's way, so that the screen shows the panel.
     void MoveTheGameAway() const {
-        HWND game = e2e::WaitForGameWindow();
-        ASSERT_TRUE(game);
-        e2e::LetTheCompanionSeeTheGame(game);
         ::SetWindowPos(game, HWND_BOTTOM, 0, 520, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
     }
 };
@@ -178,12 +175,6 @@ void ClickAt(int x, int y) {
     ::SendInput(2, input, sizeof(INPUT));
 }
 
-std::wstring EditText(HWND dialog, int id) {
-    wchar_t text[32] = {};
-    ::GetDlgItemTextW(dialog, id, text, 32);
-    return text;
-}
-
 COLORREF SwatchPixel(HWND dialog, int swatchId, COLORREF expected) {
     RECT r{};
     ::GetWindowRect(::GetDlgItem(dialog, swatchId), &r);
@@ -228,7 +219,7 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     HWND menu = nullptr;
     ASSERT_TRUE(e2e::WaitUntil([&] { return (menu = e2e::VisibleWindowOf(pets.companion->ProcessId(), L"#32768")); }, 5000));
     // Shown a moment before its loop takes the mouse: a click that came too soon is given again.
-    const auto chosen = [&] { return EditText(dialog, kHpBarEditId + 3) == L"#ff7f00"; };
+    const auto chosen = [&] { return e2e::WindowText(::GetDlgItem(dialog, kHpBarEditId + 3)) == "#ff7f00"; };
     for (int attempt = 0; attempt < 3 && ::IsWindowVisible(menu) && !chosen(); ++attempt) {
         ::Sleep(300);
         RECT menuRect{};
@@ -252,7 +243,7 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     ::SendMessageW(pets.panel, WM_COMMAND, MAKEWPARAM(kFilterId, CBN_SELENDOK),
                    reinterpret_cast<LPARAM>(::GetDlgItem(pets.panel, kFilterId)));
     ::SendMessageW(pets.list, LVM_SETCOLUMNWIDTH, 1, 133);
-    ::PostMessageW(e2e::WaitForGameWindow(), WM_CLOSE, 0, 0);
+    ::PostMessageW(pets.game, WM_CLOSE, 0, 0);
     ASSERT_EQ(pets.companion->WaitExit(15000), 1u);
     const std::string saved = ReadFile(pets.install, L"PetInfo.kcsv");
     for (const char* option : {"Mine:keep this", "iFilterIndex:1", "iNameColumnWidth:133", "colHpBar:#00ff00"})

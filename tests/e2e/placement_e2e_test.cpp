@@ -18,7 +18,6 @@ constexpr WPARAM kDockUndock = 1001;  // the full-log window's system menu
 constexpr int kTabId = 1003;
 
 struct PlacementSession : e2e::Session {
-    HWND game = nullptr;
     HWND fullLog = nullptr;
     HWND extractedLog = nullptr;
     HWND music = nullptr;
@@ -27,10 +26,7 @@ struct PlacementSession : e2e::Session {
     HWND item = nullptr;
 
     void Start(const std::string& ini) {
-        ASSERT_NO_FATAL_FAILURE(Session::Start(ini));
-        game = e2e::WaitForGameWindow();
-        ASSERT_TRUE(game);
-        e2e::LetTheCompanionSeeTheGame(game);
+        ASSERT_NO_FATAL_FAILURE(StartWithGame(ini));
         extractedLog = e2e::WaitForWindow(L"#32770", L"Extracted Log - Vorrel", 20000);
         fullLog = e2e::WaitForWindow(L"#32770", L"Full Log - Vorrel", 5000);
         music = ::FindWindowW(L"#32770", L"Music Control Panel");
@@ -54,12 +50,6 @@ RECT RectOf(HWND window) {
 std::string Text(const RECT& r) {
     return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," +
            std::to_string(r.bottom);
-}
-
-std::wstring Title(HWND window) {
-    wchar_t title[128] = {};
-    ::GetWindowTextW(window, title, 128);
-    return title;
 }
 
 void Put(HWND window, int x, int y, int width, int height, bool visible) {
@@ -94,7 +84,7 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     Put(s.extractedLog, 620, 360, 420, 220, true);
     ::SendMessageW(s.fullLog, WM_SYSCOMMAND, kDockUndock, 0);
     s.Command(vrl::kCmdShowExtractedLog);  // docked: the extracted page in front
-    ASSERT_EQ(Title(s.fullLog), L"Log - Vorrel");
+    ASSERT_EQ(e2e::WindowText(s.fullLog), "Log - Vorrel");
     ASSERT_EQ(s.TabPage(), 1);
     RECT saved[kCount];
     bool shown[kCount];
@@ -122,7 +112,7 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     EXPECT_EQ(Text(RectOf(s.pet)), "55,65,255,215");
 
     s.Command(vrl::kCmdPlacementRestore);
-    EXPECT_EQ(Title(s.fullLog), L"Log - Vorrel");
+    EXPECT_EQ(e2e::WindowText(s.fullLog), "Log - Vorrel");
     EXPECT_EQ(s.TabPage(), 1);
     for (int i = 0; i < kCount; ++i) {
         // The game and the quick search bar only move.
@@ -175,7 +165,7 @@ TEST(WindowPlacement, HandEditedFilesNeitherCrashNorGetRewritten) {
     EXPECT_EQ(Text(RectOf(s.game)), Text(game)) << "ids are case-sensitive";
     EXPECT_FALSE(::IsWindowVisible(s.fullLog)) << "the full log stays off";
     EXPECT_TRUE(::IsWindowVisible(s.extractedLog)) << "the extracted log stands in for it";
-    EXPECT_EQ(Title(s.fullLog), L"Full Log - Vorrel") << "no docking without the full log";
+    EXPECT_EQ(e2e::WindowText(s.fullLog), "Full Log - Vorrel") << "no docking without the full log";
     EXPECT_EQ(s.File(), file);
 
     const std::string idsOnly = "#format,kcsv\r\n#column,WindowID\r\nLogEx_Child\r\nMorva\r\n";

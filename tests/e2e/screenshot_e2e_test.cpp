@@ -91,7 +91,6 @@ std::vector<std::wstring> FilesIn(const std::wstring& folder) {
 }
 
 struct ShotSession : e2e::Session {
-    HWND game = nullptr;
     std::wstring shots;   // the screenshot folder
     std::wstring backup;  // the save-backup folder
     GdiplusSession gdiplus;
@@ -106,10 +105,7 @@ struct ShotSession : e2e::Session {
         vrltest::WriteWav(install.gameFolder + L"\\sound\\pray1.wav", 50);
         ASSERT_TRUE(vrltest::CopyStandIn(L"simbass", L"bass.dll", program));
         // The module's own writes of slot 4 are over with its scenario.
-        ASSERT_NO_FATAL_FAILURE(Session::Start("enScreenshot=1\r\n" + ini, "screen 0\n"));
-        game = e2e::WaitForGameWindow();
-        ASSERT_TRUE(game);
-        e2e::LetTheCompanionSeeTheGame(game);
+        ASSERT_NO_FATAL_FAILURE(StartWithGame("enScreenshot=1\r\n" + ini, "screen 0\n"));
         install.WaitForScenarioEnd();
         ASSERT_EQ(::SendMessageW(game, vrl::sim::kDrawTestPattern, 0, 0), 1);
     }
