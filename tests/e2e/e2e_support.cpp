@@ -12,6 +12,8 @@
 namespace e2e {
 namespace {
 
+constexpr UINT kTrayIconId = 1234;
+
 void MustCopy(const std::wstring& from, const std::wstring& to) {
     if (!::CopyFileW(from.c_str(), to.c_str(), FALSE)) throw std::runtime_error("cannot copy " + Utf8(from));
 }
@@ -190,7 +192,7 @@ bool TrayIconShown(HWND frame) {
     NOTIFYICONDATAW data{};
     data.cbSize = sizeof data;
     data.hWnd = frame;
-    data.uID = 1234;
+    data.uID = kTrayIconId;
     return ::Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
 }
 
@@ -364,6 +366,18 @@ void Session::StartWithGame(const std::string& ini, const std::string& scenario)
 
 HWND Session::Slot(int slot) const {
     return reinterpret_cast<HWND>(static_cast<LONG_PTR>(::GetWindowLongW(frame, slot)));
+}
+
+HWND Session::OpenTrayMenu() const {
+    constexpr UINT kTrayCallback = WM_APP + 1;
+    ::PostMessageW(frame, kTrayCallback, kTrayIconId, WM_RBUTTONDOWN);
+    return WaitForMenu(companion->ProcessId(), 5000);
+}
+
+HWND WaitForMenu(DWORD processId, DWORD ms) {
+    HWND menu = nullptr;
+    WaitUntil([&] { return (menu = VisibleWindowOf(processId, L"#32768")) != nullptr; }, ms);
+    return menu;
 }
 
 LRESULT SendCopyData(HWND to, ULONG_PTR code, const void* bytes, size_t size) {

@@ -141,7 +141,12 @@ struct Session {
     void StartWithGame(const std::string& ini, const std::string& scenario = {});
     // The window the frame publishes in that slot.
     HWND Slot(int slot) const;
+    // Opens the tray icon's menu as a right click does; the menu's window, or null.
+    HWND OpenTrayMenu() const;
 };
+
+// A pop-up menu (class "#32768") of the process, found by polling; null after `ms`.
+HWND WaitForMenu(DWORD processId, DWORD ms);
 
 // WM_COPYDATA as the module sends it; the reply.
 LRESULT SendCopyData(HWND to, ULONG_PTR code, const void* bytes, size_t size);

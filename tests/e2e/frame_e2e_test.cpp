@@ -9,17 +9,12 @@ namespace {
 
 using e2e::Session;
 
-constexpr UINT kTrayCallback = WM_APP + 1;
-constexpr WPARAM kTrayIconId = 1234;
 constexpr int kSlotGameWindow = 0, kSlotScreen = 4, kSlotStatus1 = 12, kSlotStatus2 = 32, kSlotFurtherWindow = 36;
 
 // Opens the tray menu with a right button press and picks &About with the keyboard.
 void PickAboutFromTheTray(const Session& run) {
-    ::PostMessageW(run.frame, kTrayCallback, kTrayIconId, WM_RBUTTONDOWN);
-    HWND menu = nullptr;
-    ASSERT_TRUE(e2e::WaitUntil(
-        [&] { return (menu = e2e::VisibleWindowOf(run.companion->ProcessId(), L"#32768")) != nullptr; }, 5000))
-        << "the tray menu opened";
+    HWND menu = run.OpenTrayMenu();
+    ASSERT_TRUE(menu) << "the tray menu opened";
     ::Sleep(100);
     e2e::HoldForScreenshot("tray_menu");
     ::PostMessageW(menu, WM_CHAR, L'a', 0);

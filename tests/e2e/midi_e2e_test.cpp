@@ -16,8 +16,6 @@ namespace {
 using vrltest::Calls;
 
 constexpr int kPlayingFile = 1000, kFileVolume = 1001, kSoundFont = 1003, kChangeButton = 1004, kError = 1009;
-constexpr UINT kTrayCallback = WM_APP + 1;
-constexpr WPARAM kTrayIconId = 1234;
 constexpr int kMasterVolume = 1011;
 
 // "song.mid" answers a.mid, "loop.ogg" b.mid, "text.mid" (not a MIDI file) c.mid; all in the
@@ -119,8 +117,7 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
     const std::string song = e2e::Utf8(s.song);
     auto trace = s.HostTrace(64);
     ASSERT_GE(trace.size(), 2u);
-    HWND frame = e2e::WaitForFrame(1000);
-    HWND status = reinterpret_cast<HWND>(::GetWindowLongPtrW(frame, 32));  // status static 2
+    HWND status = s.Slot(32);  // status static 2
     EXPECT_EQ(trace[0], "start " + e2e::Utf8(s.install.programFolder) + "\\vst64\\VrlVstHost64.exe v=3 pid=" +
                             std::to_string(s.companion->ProcessId()) + " hwndpf=" +
                             std::to_string(reinterpret_cast<ULONG_PTR>(::GetDlgItem(s.panel, kPlayingFile))) +
@@ -138,9 +135,8 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
 
     // The host can embed its editor: the tray offers it, and picking it sends command 6.
     EXPECT_EQ(e2e::WindowText(status), "TRUE");
-    ::PostMessageW(frame, kTrayCallback, kTrayIconId, WM_RBUTTONDOWN);
-    HWND menu = nullptr;
-    ASSERT_TRUE(e2e::WaitUntil([&] { return (menu = e2e::VisibleWindowOf(s.companion->ProcessId(), L"#32768")); }, 5000));
+    HWND menu = s.OpenTrayMenu();
+    ASSERT_TRUE(menu);
     ::Sleep(100);
     e2e::HoldForScreenshot("tray_vst_editor");
     ::PostMessageW(menu, WM_CHAR, L'v', 0);

@@ -216,8 +216,8 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     // "Select..." of the HP bar's background, and in the colour menu the last item of the first
     // column: "Orange". Clicked: the menu takes the mouse whichever window is active.
     ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(kHpBarEditId + 5, BN_CLICKED), 0);
-    HWND menu = nullptr;
-    ASSERT_TRUE(e2e::WaitUntil([&] { return (menu = e2e::VisibleWindowOf(pets.companion->ProcessId(), L"#32768")); }, 5000));
+    HWND menu = e2e::WaitForMenu(pets.companion->ProcessId(), 5000);
+    ASSERT_TRUE(menu);
     // Shown a moment before its loop takes the mouse: a click that came too soon is given again.
     const auto chosen = [&] { return e2e::WindowText(::GetDlgItem(dialog, kHpBarEditId + 3)) == "#ff7f00"; };
     for (int attempt = 0; attempt < 3 && ::IsWindowVisible(menu) && !chosen(); ++attempt) {
