@@ -1,11 +1,11 @@
 #include "ui/colour_menu_win.h"
 #include "ui/lang_text.h"
+#include "tests/win/window_probe_win.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
 #include <string>
 #include <thread>
@@ -14,6 +14,9 @@ namespace {
 
 using vrl::Colour;
 using vrl::MakeColour;
+using vrltest::HoldForScreenshot;
+using vrltest::MenuItemText;
+using vrltest::WaitForVisibleWindow;
 
 // Control ids of the system colour chooser.
 constexpr int kChooserRed = 706;
@@ -23,20 +26,6 @@ constexpr int kChooserAddCustom = 712;
 constexpr UINT kGetMenuHandle = 0x01E1;  // MN_GETHMENU
 
 constexpr Colour kCurrent = MakeColour(12, 34, 56);
-
-HWND WaitForVisibleWindow(const wchar_t* className) {
-    for (int i = 0; i < 250; ++i) {
-        HWND hwnd = FindWindowW(className, nullptr);
-        if (hwnd && IsWindowVisible(hwnd)) return hwnd;
-        Sleep(20);
-    }
-    return nullptr;
-}
-
-// Lets a screenshot be taken of the open menu: VRL_SHOT_HOLD_MS keeps it open that long.
-void HoldForScreenshot() {
-    if (const char* ms = std::getenv("VRL_SHOT_HOLD_MS")) Sleep(static_cast<DWORD>(std::atoi(ms)));
-}
 
 int PositionOf(HMENU menu, UINT id) {
     for (int i = 0; i < GetMenuItemCount(menu); ++i)
@@ -60,12 +49,6 @@ void ClickMenuItem(HWND menuWindow, int position) {
     RECT r{};
     ASSERT_TRUE(GetMenuItemRect(nullptr, menu, static_cast<UINT>(position), &r));
     Click({(r.left + r.right) / 2, (r.top + r.bottom) / 2});
-}
-
-std::wstring ItemText(HMENU menu, int position) {
-    wchar_t text[64] = {};
-    GetMenuStringW(menu, static_cast<UINT>(position), text, 64, MF_BYPOSITION);
-    return text;
 }
 
 // Opens the colour menu over a window of this thread while `act` plays the user on another.
@@ -124,9 +107,9 @@ TEST_F(ColourMenuTest, NamedColoursAndTheCurrentOneShowTheirSwatches) {
     vrl::SetLanguageIndex(1);
     Run(kCurrent, [](HWND menuWindow) {
         HMENU menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
-        EXPECT_EQ(ItemText(menu, 0), L"現在の設定");
-        EXPECT_EQ(ItemText(menu, 11), L"カスタム");
-        EXPECT_EQ(ItemText(menu, PositionOf(menu, 19)), L"Morva 赤");
+        EXPECT_EQ(MenuItemText(menu, 0), L"現在の設定");
+        EXPECT_EQ(MenuItemText(menu, 11), L"カスタム");
+        EXPECT_EQ(MenuItemText(menu, PositionOf(menu, 19)), L"Morva 赤");
         ExpectSwatch(menu, 19, FALSE, MakeColour(255, 155, 155));
         ExpectSwatch(menu, 0, TRUE, kCurrent);
         PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 0);

@@ -2,6 +2,7 @@
 #include "ui/dialog_win.h"
 #include "ui/layout_win.h"
 #include "ui/panel_style.h"
+#include "tests/win/window_probe_win.h"
 
 #include <windows.h>
 
@@ -14,6 +15,8 @@ namespace {
 
 using vrl::ControlAtom;
 using vrl::DialogTemplate;
+using vrltest::ClassName;
+using vrltest::WindowText;
 
 constexpr DWORD kPanelStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
 
@@ -28,18 +31,6 @@ public:
     }
     HWND hwnd;
 };
-
-std::wstring TextOf(HWND hwnd) {
-    wchar_t buffer[512] = {};
-    GetWindowTextW(hwnd, buffer, 512);
-    return buffer;
-}
-
-std::wstring ClassOf(HWND hwnd) {
-    wchar_t buffer[128] = {};
-    GetClassNameW(hwnd, buffer, 128);
-    return buffer;
-}
 
 DialogTemplate SmallPanel(int language) {
     DialogTemplate t;
@@ -59,7 +50,7 @@ TEST(DialogTemplateWin, PanelShowsItsControlsInTheFontOfTheLanguage) {
         HWND label = GetDlgItem(panel.hwnd, 100);
         ASSERT_NE(label, nullptr);
         EXPECT_EQ(GetParent(label), panel.hwnd);
-        EXPECT_EQ(TextOf(label), L"Filter:");
+        EXPECT_EQ(WindowText(label), L"Filter:");
         ShowWindow(panel.hwnd, SW_SHOWNA);
         EXPECT_TRUE(IsWindowVisible(label));
 
@@ -114,15 +105,15 @@ TEST(DialogTemplateWin, TemplateThatGrewTwiceCreatesEveryControl) {
 
     Panel panel(t);
     ASSERT_NE(panel.hwnd, nullptr);
-    EXPECT_EQ(ClassOf(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
+    EXPECT_EQ(ClassName(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
     for (int i = 0; i < 50; ++i) {
         HWND control = GetDlgItem(panel.hwnd, 1000 + i);
         ASSERT_NE(control, nullptr) << i;
-        EXPECT_EQ(_wcsicmp(ClassOf(control).c_str(), classNames[i % 5]), 0) << i;
+        EXPECT_EQ(_wcsicmp(ClassName(control).c_str(), classNames[i % 5]), 0) << i;
         if (i % 5 >= 3) continue;  // list and combo boxes do not show a template's text
         std::wstring expected = L"項目 ";
         expected += static_cast<wchar_t>(L'A' + i % 26);
-        EXPECT_EQ(TextOf(control), expected) << i;
+        EXPECT_EQ(WindowText(control), expected) << i;
     }
 }
 

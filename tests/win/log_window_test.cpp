@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "tests/common/alerts_support_win.h"
+#include "tests/win/window_probe_win.h"
 #include "app/app_state_win.h"
 #include "ui/lang_text.h"
 
@@ -95,12 +96,6 @@ protected:
         format.cbSize = sizeof format;
         SendMessageW(view, EM_GETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
         return format;
-    }
-
-    static std::wstring Title(HWND window) {
-        wchar_t title[64] = {};
-        GetWindowTextW(window, title, 64);
-        return title;
     }
 
     vrltest::ScratchFolder folder_;
@@ -231,12 +226,12 @@ TEST_F(LogWindow, DockingUndockingAndClosingKeepTheExtractedViewTakingLines) {
     SetWindowPos(child, nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER);
     RECT childClient{};
     GetClientRect(child, &childClient);
-    EXPECT_EQ(Title(window), L"Full Log - Vorrel");
-    EXPECT_EQ(Title(child), L"Extracted Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(window), L"Full Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(child), L"Extracted Log - Vorrel");
 
     SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
     EXPECT_TRUE(log_.IsDocked());
-    EXPECT_EQ(Title(window), L"Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(window), L"Log - Vorrel");
     EXPECT_FALSE(IsWindowVisible(child));
     EXPECT_EQ(GetParent(extracted_), window);
     EXPECT_TRUE(IsWindowVisible(full_));
@@ -259,7 +254,7 @@ TEST_F(LogWindow, DockingUndockingAndClosingKeepTheExtractedViewTakingLines) {
 
     SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
     EXPECT_FALSE(log_.IsDocked());
-    EXPECT_EQ(Title(window), L"Full Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(window), L"Full Log - Vorrel");
     EXPECT_EQ(GetParent(extracted_), child);
     EXPECT_TRUE(IsWindowVisible(child) && IsWindowVisible(extracted_) && IsWindowVisible(full_));
     RECT viewRect{};

@@ -2,13 +2,13 @@
 #include "app/app_state_win.h"
 #include "app/tray_menu_win.h"
 #include "app/version_text.h"
+#include "tests/win/window_probe_win.h"
 #include "ui/lang_text.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 #include <thread>
 #include <vector>
@@ -17,29 +17,12 @@ namespace {
 
 using vrl::AppSettings;
 using vrl::TrayPopupMenus;
-
-std::wstring ItemText(HMENU menu, int position) {
-    wchar_t text[128] = {};
-    GetMenuStringW(menu, static_cast<UINT>(position), text, 128, MF_BYPOSITION);
-    return text;
-}
+using vrltest::HoldForScreenshot;
+using vrltest::WaitForVisibleWindow;
+using vrltest::WindowText;
 
 bool IsSeparator(HMENU menu, int position) {
     return (GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION) & MF_SEPARATOR) != 0;
-}
-
-// Lets a screenshot be taken of an open menu or box: VRL_MENU_HOLD_MS keeps it open that long.
-void HoldForScreenshot() {
-    if (const char* ms = std::getenv("VRL_MENU_HOLD_MS")) Sleep(static_cast<DWORD>(std::atoi(ms)));
-}
-
-HWND WaitForVisibleWindow(const wchar_t* className, const wchar_t* title) {
-    for (int i = 0; i < 250; ++i) {
-        HWND hwnd = FindWindowW(className, title);
-        if (hwnd && IsWindowVisible(hwnd)) return hwnd;
-        Sleep(20);
-    }
-    return nullptr;
 }
 
 // The entries' order and texts are the model's (tested natively); here: the model as real menus,
@@ -65,7 +48,7 @@ TEST(TrayPopup, TheModelBecomesMenusWithTheSubmenusLinkedOnlyWhenShown) {
             EXPECT_EQ(GetSubMenu(main, c.placementAt), placement);
             EXPECT_EQ(GetSubMenu(main, c.placementAt + 1), c.screenshots ? shots : nullptr);
             if (c.screenshots) {
-                EXPECT_EQ(ItemText(main, 5), L"VSTi内蔵エディタを表示 (&V)");
+                EXPECT_EQ(vrltest::MenuItemText(main, 5), L"VSTi内蔵エディタを表示 (&V)");
                 EXPECT_TRUE(IsSeparator(main, 9));
                 ASSERT_EQ(GetMenuItemCount(shots), 14);
                 EXPECT_EQ(GetMenuItemID(shots, 13), 33000u);
@@ -120,7 +103,7 @@ TEST(TrayNotify, OnlyAButtonDownOnOurIconOpensTheMenuAndTheChoiceArrivesAsAComma
     for (LPARAM button : {LPARAM{WM_RBUTTONDOWN}, LPARAM{WM_LBUTTONDOWN}}) {
         g_commands.clear();
         std::thread user([] {
-            HWND menu = WaitForVisibleWindow(L"#32768", nullptr);
+            HWND menu = WaitForVisibleWindow(L"#32768");
             if (!menu) return;
             Sleep(100);
             HoldForScreenshot();
@@ -138,12 +121,6 @@ TEST(TrayNotify, OnlyAButtonDownOnOurIconOpensTheMenuAndTheChoiceArrivesAsAComma
 
 // --- The About box -------------------------------------------------------------------------
 
-std::wstring Text(HWND window) {
-    wchar_t text[512] = {};
-    GetWindowTextW(window, text, 512);
-    return text;
-}
-
 int CountTopLevel(const wchar_t* className, const wchar_t* title) {
     int count = 0;
     for (HWND w = FindWindowExW(nullptr, nullptr, className, title); w;
@@ -158,40 +135,8 @@ size_t LineCount(const std::wstring& text) {
     return lines;
 }
 
-struct AboutSeen {
-    std::wstring name, remarks, ok, linkClass;
-    int boxesAfterSecondRequest = 0;
-    INT_PTR secondResult = -1;
-};
-
-// Opens the About box on this thread while another one reads it, asks for it again and then
-// closes it with `closingKey` (VK_RETURN for OK, VK_ESCAPE for Cancel).
-INT_PTR RunAbout(int language, WPARAM closingKey, AboutSeen& seen) {
-    vrl::SetLanguageIndex(language);
-    vrl::App().versionText = vrl::FormatVersionText(vrl::kThisRelease, language);
-    const std::wstring title = reinterpret_cast<const wchar_t*>(vrl::CAboutBox::Title(language));
-    std::thread user([&] {
-        HWND box = WaitForVisibleWindow(L"#32770", title.c_str());
-        if (!box) return;
-        seen.name = Text(GetDlgItem(box, 1000));
-        seen.remarks = Text(GetDlgItem(box, 1002));
-        seen.ok = Text(GetDlgItem(box, IDOK));
-        wchar_t cls[64] = {};
-        GetClassNameW(GetDlgItem(box, 1001), cls, 64);
-        seen.linkClass = cls;
-        HoldForScreenshot();
-
-        seen.secondResult = vrl::CAboutBox::Open();
-        seen.boxesAfterSecondRequest = CountTopLevel(L"#32770", title.c_str());
-        PostMessageW(GetDlgItem(box, IDOK), WM_KEYDOWN, closingKey, 0);
-    });
-    const INT_PTR result = vrl::CAboutBox::Open();
-    user.join();
-    vrl::SetLanguageIndex(0);
-    EXPECT_FALSE(FindWindowW(L"#32770", title.c_str())) << "closed";
-    return result;
-}
-
+// The box is opened on this thread while another one reads it, asks for it again and closes it
+// with the key of OK or Cancel.
 TEST(AboutBox, OpensOnceInEitherLanguageAndEndsWithOneForOkOrTwoForCancel) {
     struct Case {
         int language;
@@ -203,17 +148,30 @@ TEST(AboutBox, OpensOnceInEitherLanguageAndEndsWithOneForOkOrTwoForCancel) {
     };
     for (const Case& c : {Case{0, VK_RETURN, 1, L"Vorrel [Dec 30, 2023]", L"OK", 5},
                           Case{1, VK_ESCAPE, 2, L"Vorrel [2023/12/30]", L"わかった", 6}}) {
-        AboutSeen seen;
-        EXPECT_EQ(RunAbout(c.language, c.closingKey, seen), c.result);
-        EXPECT_EQ(seen.name, c.name);
-        EXPECT_EQ(seen.ok, c.ok);
-        EXPECT_EQ(seen.linkClass, L"SysLink");
-        EXPECT_EQ(LineCount(seen.remarks), c.remarkLines);
-        EXPECT_EQ(seen.remarks.rfind(L"- ", 0), 0u);
-        EXPECT_EQ(seen.remarks.find(L"\r\n- "), seen.remarks.find(L"\r\n")) << "every line begins \"- \"";
-        EXPECT_EQ(seen.secondResult, 0) << "the second request raises the open box";
-        EXPECT_EQ(seen.boxesAfterSecondRequest, 1);
+        vrl::SetLanguageIndex(c.language);
+        vrl::App().versionText = vrl::FormatVersionText(vrl::kThisRelease, c.language);
+        const std::wstring title = reinterpret_cast<const wchar_t*>(vrl::CAboutBox::Title(c.language));
+        std::thread user([&] {
+            HWND box = WaitForVisibleWindow(L"#32770", title.c_str());
+            if (!box) return;
+            EXPECT_EQ(WindowText(GetDlgItem(box, 1000)), c.name);
+            EXPECT_EQ(WindowText(GetDlgItem(box, IDOK)), c.ok);
+            EXPECT_EQ(vrltest::ClassName(GetDlgItem(box, 1001)), L"SysLink");
+            const std::wstring remarks = WindowText(GetDlgItem(box, 1002));
+            EXPECT_EQ(LineCount(remarks), c.remarkLines);
+            EXPECT_EQ(remarks.rfind(L"- ", 0), 0u);
+            EXPECT_EQ(remarks.find(L"\r\n- "), remarks.find(L"\r\n")) << "every line begins \"- \"";
+            HoldForScreenshot();
+
+            EXPECT_EQ(vrl::CAboutBox::Open(), 0) << "the second request raises the open box";
+            EXPECT_EQ(CountTopLevel(L"#32770", title.c_str()), 1);
+            PostMessageW(GetDlgItem(box, IDOK), WM_KEYDOWN, c.closingKey, 0);
+        });
+        EXPECT_EQ(vrl::CAboutBox::Open(), c.result);
+        user.join();
+        EXPECT_FALSE(FindWindowW(L"#32770", title.c_str())) << "closed";
     }
+    vrl::SetLanguageIndex(0);
 }
 
 }  // namespace
