@@ -87,34 +87,24 @@ TEST(DialogTemplateWin, AnchoredEdgesCountFromTheFarSideOfTheClientArea) {
     EXPECT_EQ(edge.bottom, 250);
 }
 
-TEST(DialogTemplateWin, TemplateThatGrewTwiceCreatesEveryControl) {
+// The bytes of a template, grown or not, are tested natively; here, that each class atom and a
+// class given by name make the control the dialog manager should create.
+TEST(DialogTemplateWin, EveryControlClassIsCreatedAsNamed) {
     INITCOMMONCONTROLSEX icc{sizeof icc, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&icc);
     const ControlAtom atoms[] = {ControlAtom::kButton, ControlAtom::kEdit, ControlAtom::kStatic,
                                  ControlAtom::kListBox, ControlAtom::kComboBox};
     const wchar_t* classNames[] = {L"Button", L"Edit", L"Static", L"ListBox", L"ComboBox"};
-
     DialogTemplate t;
-    t.Create(u"Big", {0, 0, 400, 400}, kPanelStyle, 0, vrl::PanelFont(1));
+    t.Create(u"Classes", {0, 0, 400, 400}, kPanelStyle, 0, vrl::PanelFont(1));
     t.AddControl(u"SysListView32", 999, {0, 0, 50, 50}, 0, 0, u"");
-    for (int i = 0; i < 50; ++i) {
-        const std::u16string text = u"項目 " + std::u16string(1, u'A' + i % 26);
-        t.AddControl(atoms[i % 5], 1000 + i, {(i / 25) * 100, 60 + (i % 25) * 13, 90, 12}, 0, 0, text);
-    }
-    ASSERT_GE(t.Capacity(), 3072u);  // started at 1024
+    for (int i = 0; i < 5; ++i) t.AddControl(atoms[i], 1000 + i, {0, 60 + i * 13, 90, 12}, 0, 0, u"項目");
 
     Panel panel(t);
     ASSERT_NE(panel.hwnd, nullptr);
     EXPECT_EQ(ClassName(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
-    for (int i = 0; i < 50; ++i) {
-        HWND control = GetDlgItem(panel.hwnd, 1000 + i);
-        ASSERT_NE(control, nullptr) << i;
-        EXPECT_EQ(_wcsicmp(ClassName(control).c_str(), classNames[i % 5]), 0) << i;
-        if (i % 5 >= 3) continue;  // list and combo boxes do not show a template's text
-        std::wstring expected = L"項目 ";
-        expected += static_cast<wchar_t>(L'A' + i % 26);
-        EXPECT_EQ(WindowText(control), expected) << i;
-    }
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(_wcsicmp(ClassName(GetDlgItem(panel.hwnd, 1000 + i)).c_str(), classNames[i]), 0) << i;
 }
 
 // Notes its owner and ends at once with 42.

@@ -17,22 +17,16 @@ using vrl::CMessageLoop;
 
 constexpr UINT kProbe = WM_APP + 77;
 
-struct RecordingFilter : vrl::CMessageFilter {
-    RecordingFilter(std::vector<std::string>& log, std::string name, bool consume)
-        : log_(log), name_(std::move(name)), consume_(consume) {}
+// Notes its name when it sees the probe or an idle pass; `consume` keeps the probe from the
+// filters after it, `quitWith` ends the loop after an idle pass.
+struct Recorder : vrl::CMessageFilter, vrl::CIdleHandler {
+    Recorder(std::vector<std::string>& log, std::string name, bool consume = false, int quitWith = 0)
+        : log_(log), name_(std::move(name)), consume_(consume), quitWith_(quitWith) {}
     bool PreTranslateMessage(MSG* msg) override {
         if (msg->message != kProbe) return false;
         log_.push_back(name_);
         return consume_;
     }
-    std::vector<std::string>& log_;
-    std::string name_;
-    bool consume_;
-};
-
-struct RecordingIdle : vrl::CIdleHandler {
-    RecordingIdle(std::vector<std::string>& log, std::string name, int quitWith = 0)
-        : log_(log), name_(std::move(name)), quitWith_(quitWith) {}
     bool OnIdle() override {
         log_.push_back(name_);
         if (quitWith_) ::PostQuitMessage(quitWith_);
@@ -40,14 +34,15 @@ struct RecordingIdle : vrl::CIdleHandler {
     }
     std::vector<std::string>& log_;
     std::string name_;
+    bool consume_;
     int quitWith_;
 };
 
 TEST(MessageLoop, FiltersLastRegisteredFirstIdleHandlersInOrderAndQuitValue) {
     std::vector<std::string> log;
     CMessageLoop loop;
-    RecordingFilter first(log, "filter1", false), second(log, "filter2", false), third(log, "filter3", true);
-    RecordingIdle idleA(log, "idleA"), idleB(log, "idleB", 7);
+    Recorder first(log, "filter1"), second(log, "filter2"), third(log, "filter3", true);
+    Recorder idleA(log, "idleA"), idleB(log, "idleB", false, 7);
     loop.AddMessageFilter(&first);
     loop.AddMessageFilter(&second);
     loop.AddMessageFilter(&third);
