@@ -1,30 +1,12 @@
 #include "music/bass_api_win.h"
 
-#include <gtest/gtest.h>
-
-#include "tests/common/alerts_support_win.h"
 #include "music/bass_errors.h"
+#include "tests/win/audio_library_fixture_win.h"
 
 namespace {
 
 using vrltest::Calls;
-
-// A program folder with the recording stand-ins of the library and its MIDI add-on.
-class BassBinding : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(vrltest::CopyStandIn(L"simbass", L"bass.dll", folder_.Path()));
-        ASSERT_TRUE(vrltest::CopyStandIn(L"simbass", L"bassmidi.dll", folder_.Path()));
-        ASSERT_TRUE(vrl::BassApi::LoadFrom(folder_.Path()));
-    }
-    // Unbind before the folder goes, so that its DLLs can be deleted.
-    void TearDown() override { vrl::BassApi::LoadFrom(empty_.Path()); }
-
-    std::vector<std::string> Trace() const { return vrltest::ReadLines(folder_ / L"bass_trace.txt"); }
-
-    vrltest::ScratchFolder folder_;
-    vrltest::ScratchFolder empty_;
-};
+using BassBinding = vrltest::AudioLibraryTest;
 
 TEST_F(BassBinding, FirstUserInitialisesAndLastUserFrees) {
     const HWND owner = GetDesktopWindow();
