@@ -1,6 +1,7 @@
 #include "sim/module/scenario.h"
 
 #include "music/music_request.h"
+#include "settings/kcsv.h"
 
 #include <cctype>
 #include <cstdint>
@@ -134,19 +135,7 @@ std::string ParsePet(const std::string& rest, Command* command) {
 // The record of a music request, with the path given in UTF-8.
 std::vector<unsigned char> MusicRecord(const std::string& utf8Path, const std::int64_t (&numbers)[6]) {
     vrl::MusicRequest request;
-    for (std::size_t i = 0; i < utf8Path.size();) {
-        const auto c = static_cast<unsigned char>(utf8Path[i]);
-        const int extra = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
-        std::uint32_t point = extra ? c & (0x3F >> extra) : c;
-        for (int k = 1; k <= extra && i + k < utf8Path.size(); ++k) point = point << 6 | (utf8Path[i + k] & 0x3F);
-        i += 1 + extra;
-        if (point >= 0x10000) {
-            request.path.push_back(static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10)));
-            request.path.push_back(static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF)));
-        } else {
-            request.path.push_back(static_cast<char16_t>(point));
-        }
-    }
+    request.path = vrl::Utf8ToUtf16(utf8Path);
     request.month = static_cast<int>(numbers[1]);
     request.day = static_cast<int>(numbers[2]);
     request.hour = static_cast<int>(numbers[3]);

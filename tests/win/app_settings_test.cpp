@@ -25,7 +25,7 @@ vrl::AppSettings Load(const std::u16string& path) {
     return settings;
 }
 
-TEST(AppSettingsFile, GarbageValuesOtherSectionsAndLongStrings) {
+TEST(AppSettingsFile, GarbageValuesOtherSectionsLongStringsAndAMissingFile) {
     const std::string longPath(400, 'p');
     const auto path = WriteIni("garbage",
                                "[Other]\r\nenPetInfo=1\r\nwstrMorva=C:\\wrong.exe\r\n"
@@ -45,6 +45,10 @@ TEST(AppSettingsFile, GarbageValuesOtherSectionsAndLongStrings) {
     EXPECT_EQ(settings.enMusicExtender, 0);
     EXPECT_EQ(settings.enEquipSet, 0) << "keys of other sections are ignored";
     EXPECT_EQ(settings.iLanguage, -1);
+
+    const vrl::AppSettings missing = Load(u"C:\\nowhere\\Vrl.ini");
+    EXPECT_TRUE(missing.wstrMorva.empty()) << "a missing file keeps the defaults";
+    EXPECT_EQ(missing.enLogExtender, 0);
 }
 
 TEST(AppSettingsFile, ByteOrderMarksAndJapanese) {
@@ -59,13 +63,6 @@ TEST(AppSettingsFile, ByteOrderMarksAndJapanese) {
     // Whatever the profile functions make of the mark, reading goes on and nothing breaks.
     EXPECT_TRUE(utf8.iLanguage == 0 || utf8.iLanguage == -1);
     EXPECT_TRUE(utf8.enPetInfo == 3 || utf8.enPetInfo == 0);
-}
-
-TEST(AppSettingsFile, MissingFileKeepsEveryDefault) {
-    const vrl::AppSettings settings = Load(u"C:\\nowhere\\Vrl.ini");
-    EXPECT_TRUE(settings.wstrMorva.empty());
-    EXPECT_EQ(settings.iLanguage, -1);
-    EXPECT_EQ(settings.enLogExtender, 0);
 }
 
 }  // namespace

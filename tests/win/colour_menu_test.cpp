@@ -1,11 +1,11 @@
 #include "ui/colour_menu_win.h"
 #include "ui/lang_text.h"
+#include "tests/win/window_probe_win.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <functional>
 #include <string>
 #include <thread>
@@ -14,6 +14,9 @@ namespace {
 
 using vrl::Colour;
 using vrl::MakeColour;
+using vrltest::HoldForScreenshot;
+using vrltest::MenuItemText;
+using vrltest::WaitForVisibleWindow;
 
 // Control ids of the system colour chooser.
 constexpr int kChooserRed = 706;
@@ -23,20 +26,6 @@ constexpr int kChooserAddCustom = 712;
 constexpr UINT kGetMenuHandle = 0x01E1;  // MN_GETHMENU
 
 constexpr Colour kCurrent = MakeColour(12, 34, 56);
-
-HWND WaitForVisibleWindow(const wchar_t* className) {
-    for (int i = 0; i < 250; ++i) {
-        HWND hwnd = FindWindowW(className, nullptr);
-        if (hwnd && IsWindowVisible(hwnd)) return hwnd;
-        Sleep(20);
-    }
-    return nullptr;
-}
-
-// Lets a screenshot be taken of the open menu: VRL_SHOT_HOLD_MS keeps it open that long.
-void HoldForScreenshot() {
-    if (const char* ms = std::getenv("VRL_SHOT_HOLD_MS")) Sleep(static_cast<DWORD>(std::atoi(ms)));
-}
 
 int PositionOf(HMENU menu, UINT id) {
     for (int i = 0; i < GetMenuItemCount(menu); ++i)
@@ -60,12 +49,6 @@ void ClickMenuItem(HWND menuWindow, int position) {
     RECT r{};
     ASSERT_TRUE(GetMenuItemRect(nullptr, menu, static_cast<UINT>(position), &r));
     Click({(r.left + r.right) / 2, (r.top + r.bottom) / 2});
-}
-
-std::wstring ItemText(HMENU menu, int position) {
-    wchar_t text[64] = {};
-    GetMenuStringW(menu, static_cast<UINT>(position), text, 64, MF_BYPOSITION);
-    return text;
 }
 
 // Opens the colour menu over a window of this thread while `act` plays the user on another.
@@ -100,84 +83,56 @@ protected:
     HWND owner_ = nullptr;
 };
 
-TEST_F(ColourMenuTest, ThreeColumnsOfNamedColoursWithSwatches) {
+// The swatch of a menu item is check-mark sized, filled with its colour, with a black border.
+void ExpectSwatch(HMENU menu, UINT item, BOOL byPosition, Colour colour) {
+    MENUITEMINFOW info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_CHECKMARKS;
+    ASSERT_TRUE(GetMenuItemInfoW(menu, item, byPosition, &info));
+    BITMAP bm{};
+    ASSERT_TRUE(GetObjectW(info.hbmpUnchecked, sizeof bm, &bm));
+    const int side = GetSystemMetrics(SM_CYMENUCHECK);
+    EXPECT_EQ(bm.bmWidth, side);
+    EXPECT_EQ(bm.bmHeight, side);
+    HDC dc = CreateCompatibleDC(nullptr);
+    HGDIOBJ old = SelectObject(dc, info.hbmpUnchecked);
+    EXPECT_EQ(GetPixel(dc, side / 2, side / 2), colour);
+    EXPECT_EQ(GetPixel(dc, 0, 0), 0u);
+    EXPECT_EQ(GetPixel(dc, side - 1, side / 2), 0u);
+    SelectObject(dc, old);
+    DeleteDC(dc);
+}
+
+TEST_F(ColourMenuTest, NamedColoursAndTheCurrentOneShowTheirSwatches) {
+    vrl::SetLanguageIndex(1);
     Run(kCurrent, [](HWND menuWindow) {
         HMENU menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
-        ASSERT_EQ(GetMenuItemCount(menu), 33);
-        EXPECT_EQ(ItemText(menu, 0), L"Current setting");
-        EXPECT_EQ(ItemText(menu, 11), L"Custom");
-        EXPECT_EQ(ItemText(menu, 22), L"");
-        EXPECT_EQ(ItemText(menu, PositionOf(menu, 16)), L"Dark Cyan");
-        for (int column : {11, 22}) EXPECT_TRUE(GetMenuState(menu, column, MF_BYPOSITION) & MF_MENUBARBREAK);
-        EXPECT_TRUE(GetMenuState(menu, 22, MF_BYPOSITION) & MF_GRAYED);
-        for (int separator : {1, 12, 23})
-            EXPECT_TRUE(GetMenuState(menu, separator, MF_BYPOSITION) & MF_SEPARATOR);
-        EXPECT_EQ(PositionOf(menu, 1), 2);
-        EXPECT_EQ(PositionOf(menu, 10), 13);
-        EXPECT_EQ(PositionOf(menu, 27), 32);
-
-        // The swatch of Morva Red: check-mark sized, filled, with a black border.
-        MENUITEMINFOW info{};
-        info.cbSize = sizeof info;
-        info.fMask = MIIM_CHECKMARKS;
-        ASSERT_TRUE(GetMenuItemInfoW(menu, 19, FALSE, &info));
-        ASSERT_NE(info.hbmpUnchecked, nullptr);
-        BITMAP bm{};
-        ASSERT_TRUE(GetObjectW(info.hbmpUnchecked, sizeof bm, &bm));
-        const int side = GetSystemMetrics(SM_CYMENUCHECK);
-        EXPECT_EQ(bm.bmWidth, side);
-        EXPECT_EQ(bm.bmHeight, side);
-        HDC dc = CreateCompatibleDC(nullptr);
-        HGDIOBJ old = SelectObject(dc, info.hbmpUnchecked);
-        EXPECT_EQ(GetPixel(dc, side / 2, side / 2), MakeColour(255, 155, 155));
-        EXPECT_EQ(GetPixel(dc, 0, 0), 0u);
-        EXPECT_EQ(GetPixel(dc, side - 1, side / 2), 0u);
-        SelectObject(dc, old);
-        DeleteDC(dc);
-        // "Current setting" shows the current colour.
-        ASSERT_TRUE(GetMenuItemInfoW(menu, 0, TRUE, &info));
-        dc = CreateCompatibleDC(nullptr);
-        old = SelectObject(dc, info.hbmpUnchecked);
-        EXPECT_EQ(GetPixel(dc, side / 2, side / 2), kCurrent);
-        SelectObject(dc, old);
-        DeleteDC(dc);
-
+        EXPECT_EQ(MenuItemText(menu, 0), L"現在の設定");
+        EXPECT_EQ(MenuItemText(menu, 11), L"カスタム");
+        EXPECT_EQ(MenuItemText(menu, PositionOf(menu, 19)), L"Morva 赤");
+        ExpectSwatch(menu, 19, FALSE, MakeColour(255, 155, 155));
+        ExpectSwatch(menu, 0, TRUE, kCurrent);
         PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 0);
     });
 }
 
-TEST_F(ColourMenuTest, ChoosingANamedColourReturnsItsValue) {
-    const Colour chosen = Run(kCurrent, [](HWND menuWindow) {
+// A named colour gives its value; "Current setting", Escape and a cancelled chooser the current one.
+TEST_F(ColourMenuTest, EachWayOutOfTheMenuGivesItsColour) {
+    const std::function<void(HWND)> named = [](HWND menuWindow) {
         HMENU menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
         ClickMenuItem(menuWindow, PositionOf(menu, 19));  // Morva Red
-    });
-    EXPECT_EQ(vrl::FormatColour(chosen), u"#ff9b9b");
-}
-
-TEST_F(ColourMenuTest, CurrentSettingAndEscapeKeepTheCurrentColour) {
-    vrl::SetLanguageIndex(1);
-    EXPECT_EQ(Run(kCurrent,
-                  [](HWND menuWindow) {
-                      HMENU menu =
-                          reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
-                      EXPECT_EQ(ItemText(menu, 0), L"現在の設定");
-                      EXPECT_EQ(ItemText(menu, 11), L"カスタム");
-                      EXPECT_EQ(ItemText(menu, PositionOf(menu, 19)), L"Morva 赤");
-                      PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 0);
-                  }),
-              kCurrent);
+    };
+    EXPECT_EQ(vrl::FormatColour(Run(kCurrent, named)), u"#ff9b9b");
     EXPECT_EQ(Run(kCurrent, [](HWND menuWindow) { ClickMenuItem(menuWindow, 0); }), kCurrent);
-}
-
-TEST_F(ColourMenuTest, CancellingTheChooserKeepsTheCurrentColour) {
-    const Colour chosen = Run(kCurrent, [](HWND menuWindow) {
+    EXPECT_EQ(Run(kCurrent, [](HWND menuWindow) { PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 0); }), kCurrent);
+    const Colour cancelled = Run(kCurrent, [](HWND menuWindow) {
         ClickMenuItem(menuWindow, 11);
         HWND chooser = WaitForVisibleWindow(L"#32770");
         ASSERT_NE(chooser, nullptr);
         HoldForScreenshot();
         PostMessageW(chooser, WM_COMMAND, IDCANCEL, 0);
     });
-    EXPECT_EQ(chosen, kCurrent);
+    EXPECT_EQ(cancelled, kCurrent);
 }
 
 TEST_F(ColourMenuTest, ChooserColourIsReturnedAndKeptAmongTheCustomColours) {

@@ -79,15 +79,11 @@ private:
     std::wstring transcript_;
 };
 
+// Finding the marker in bytes is tested natively; here, how much of the file is read.
 TEST(HspMarkerScan, ReadsOnlyTheFirst16MiBAndFindsAMarkerEndingAtItsLastByte) {
     TempFolder folder(L"vrl_launch_scan");
     const std::string marker("hspwnd0\0", 8);
-    std::string content(vrl::kHspScanLimit + 4096, 'x');
-
-    content.replace(vrl::kHspScanLimit + 100, 8, marker);
-    WriteFileBytes(folder / L"beyond.exe", content);
-    EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(folder / L"beyond.exe"));
-
+    std::string content(vrl::kHspScanLimit + 16, 'x');
     content.replace(vrl::kHspScanLimit - 8, 8, marker);
     WriteFileBytes(folder / L"last.exe", content);
     EXPECT_TRUE(vrl::ExecutableCarriesHspMarker(folder / L"last.exe"));
@@ -99,8 +95,6 @@ TEST(HspMarkerScan, ReadsOnlyTheFirst16MiBAndFindsAMarkerEndingAtItsLastByte) {
     EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(folder / L"straddling.exe"));
 
     EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(folder / L"missing.exe"));
-    EXPECT_TRUE(vrl::ExecutableCarriesHspMarker(BinFolder() + L"\\DemoGame.exe"));
-    EXPECT_FALSE(vrl::ExecutableCarriesHspMarker(BinFolder() + L"\\VrlConfig.exe"));
 }
 
 TEST(MusicFiles, CopiesOnlyMissingTargetsAndOnlyWithTheMusicExtender) {
@@ -121,24 +115,20 @@ TEST(MusicFiles, CopiesOnlyMissingTargetsAndOnlyWithTheMusicExtender) {
 }
 
 // The folder rules themselves are tested natively; here, the ANSI form that the module path needs.
-TEST(InstallCheck, NeedsABackslashInBothFormsOfTheProgramFolder) {
+TEST(InstallCheck, NeedsABackslashInBothFormsOfTheProgramFolderAndCutsTheModulePath) {
     AppFolders folders;
     folders.program = L"C:\\Vorrel";
     folders.programAnsi = "C:\\Vorrel";
     ASSERT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kOk);
     EXPECT_EQ(folders.game, L"C:");
-    EXPECT_EQ(folders.userMusic, L"C:\\user\\music");
-
     folders.programAnsi = "Vorrel";
     EXPECT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kNoAnsiBackslash);
     folders.program = L"Vorrel";
     EXPECT_EQ(vrl::DeriveInstallFolders(&folders), vrl::InstallCheck::kNoBackslash);
     EXPECT_EQ(folders.game, L"C:");
-}
 
-TEST(ModulePath, IsCutToTheBufferOf260Bytes) {
     EXPECT_EQ(vrl::ModulePathAnsi("C:\\Games\\Morva\\Vorrel"), "C:\\Games\\Morva\\Vorrel\\VrlDLL.dll");
-    EXPECT_EQ(vrl::ModulePathAnsi(std::string(300, 'a')).size(), 259u);
+    EXPECT_EQ(vrl::ModulePathAnsi(std::string(300, 'a')).size(), 259u) << "the loader's buffer of 260 bytes";
 }
 
 TEST(ProcessWithDll, FailsAndLeavesNoProcessWhenTheDllCannotBeUsed) {

@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "tests/common/alerts_support_win.h"
+#include "tests/win/window_probe_win.h"
 #include "app/app_state_win.h"
 #include "ui/lang_text.h"
 
@@ -97,12 +98,6 @@ protected:
         return format;
     }
 
-    static std::wstring Title(HWND window) {
-        wchar_t title[64] = {};
-        GetWindowTextW(window, title, 64);
-        return title;
-    }
-
     vrltest::ScratchFolder folder_;
     vrl::CLogExtenderDlg log_;
     HWND full_ = nullptr;
@@ -165,23 +160,23 @@ TEST_F(LogWindow, WithoutTheFullLogOnlyNoticesReachItsViewAndClearingPageZeroDoe
     log_.ClearCurrentPage();  // page 0 is selected
     EXPECT_EQ(Text(full_), L"notice\r");
     EXPECT_EQ(Text(extracted_), L"ally here\rnotice\r");
-    log_.SelectPage(1);
-    log_.ClearCurrentPage();
-    EXPECT_EQ(Text(extracted_), L"");
-    EXPECT_EQ(Text(full_), L"notice\r");
 }
 
-TEST_F(LogWindow, ClearingOneViewLeavesTheOtherAlone) {
+// The extracted window's system menu, the tray's command and the full-log window's system menu
+// (page 0 selected) each clear their own view.
+TEST_F(LogWindow, EachClearCommandEmptiesOnlyItsOwnView) {
     Open();
     Send("ally one");
+    SendMessageW(log_.Child().Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg_Child::kCmdClearLog, 0);
+    EXPECT_EQ(Text(extracted_), L"");
+    Send("ally two");
     log_.ClearExtractedView();
     EXPECT_EQ(Text(extracted_), L"");
-    EXPECT_EQ(Text(full_), L"ally one\r");
-    SendMessageW(log_.Child().Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg_Child::kCmdClearLog, 0);
-    Send("ally two");
-    SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);  // page 0
+    EXPECT_EQ(Text(full_), L"ally one\rally two\r");
+    Send("ally three");
+    SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);
     EXPECT_EQ(Text(full_), L"");
-    EXPECT_EQ(Text(extracted_), L"ally two\r");
+    EXPECT_EQ(Text(extracted_), L"ally three\r");
 }
 
 // The game's thread sends lines back to back while this thread handles them: whatever it reads
@@ -222,27 +217,28 @@ TEST_F(LogWindow, ABurstFromTheGameLooksAsLineByLineToWhateverComesBetweenItsLin
     EXPECT_EQ(Text(extracted_).find(L"plain"), std::wstring::npos);
 }
 
-TEST_F(LogWindow, DockingMovesTheExtractedViewUnderTheTabsAndUndockingBringsItBack) {
+TEST_F(LogWindow, DockingUndockingAndClosingKeepTheExtractedViewTakingLines) {
     Open();
+    HWND window = log_.Handle();
     HWND child = log_.Child().Handle();
-    ShowWindow(log_.Handle(), SW_SHOW);
+    ShowWindow(window, SW_SHOW);
     ShowWindow(child, SW_SHOW);
     SetWindowPos(child, nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER);
     RECT childClient{};
     GetClientRect(child, &childClient);
-    EXPECT_EQ(Title(log_.Handle()), L"Full Log - Vorrel");
-    EXPECT_EQ(Title(child), L"Extracted Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(window), L"Full Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(child), L"Extracted Log - Vorrel");
 
-    SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
+    SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
     EXPECT_TRUE(log_.IsDocked());
-    EXPECT_EQ(Title(log_.Handle()), L"Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(window), L"Log - Vorrel");
     EXPECT_FALSE(IsWindowVisible(child));
-    EXPECT_EQ(GetParent(extracted_), log_.Handle());
+    EXPECT_EQ(GetParent(extracted_), window);
     EXPECT_TRUE(IsWindowVisible(full_));
     EXPECT_FALSE(IsWindowVisible(extracted_));
     RECT fullRect{}, tabRect{};
     GetWindowRect(full_, &fullRect);
-    GetWindowRect(GetDlgItem(log_.Handle(), vrl::CLogExtenderDlg::kTabId), &tabRect);
+    GetWindowRect(GetDlgItem(window, vrl::CLogExtenderDlg::kTabId), &tabRect);
     EXPECT_GT(tabRect.bottom - tabRect.top, 10) << "a strip that holds the row of tabs";
     EXPECT_EQ(fullRect.top, tabRect.bottom) << "the views start right below the strip";
 
@@ -251,32 +247,26 @@ TEST_F(LogWindow, DockingMovesTheExtractedViewUnderTheTabsAndUndockingBringsItBa
     EXPECT_FALSE(IsWindowVisible(full_));
     Send("ally while docked");
     EXPECT_EQ(Text(extracted_), L"ally while docked\r");
-    EXPECT_EQ(SendMessageW(log_.Handle(), WM_COPYDATA, 0, 0), 1) << "no payload: an empty line";
+    EXPECT_EQ(SendMessageW(window, WM_COPYDATA, 0, 0), 1) << "no payload: an empty line";
+    SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);
+    EXPECT_EQ(Text(extracted_), L"") << "the page shown is cleared";
+    EXPECT_NE(Text(full_), L"");
 
-    SendMessageW(log_.Handle(), WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
+    SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdDockUndock, 0);
     EXPECT_FALSE(log_.IsDocked());
-    EXPECT_EQ(Title(log_.Handle()), L"Full Log - Vorrel");
+    EXPECT_EQ(vrltest::WindowText(window), L"Full Log - Vorrel");
     EXPECT_EQ(GetParent(extracted_), child);
-    EXPECT_TRUE(IsWindowVisible(child));
-    EXPECT_TRUE(IsWindowVisible(extracted_));
-    EXPECT_TRUE(IsWindowVisible(full_));
+    EXPECT_TRUE(IsWindowVisible(child) && IsWindowVisible(extracted_) && IsWindowVisible(full_));
     RECT viewRect{};
-    GetClientRect(extracted_, &viewRect);
     GetWindowRect(extracted_, &viewRect);
     EXPECT_EQ(viewRect.right - viewRect.left, childClient.right) << "the extracted window's last size";
-    Send("ally after");
-    EXPECT_EQ(Text(extracted_), L"ally while docked\rally after\r");
-}
 
-TEST_F(LogWindow, ClosingEitherWindowOnlyHidesItAndLinesStillArrive) {
-    Open();
-    HWND child = log_.Child().Handle();
-    ShowWindow(child, SW_SHOW);
+    // Closing the window only hides it.
     SendMessageW(child, WM_COMMAND, IDCANCEL, 0);
     EXPECT_TRUE(IsWindow(child));
     EXPECT_FALSE(IsWindowVisible(child));
-    Send("ally hidden");
-    EXPECT_EQ(Text(extracted_), L"ally hidden\r");
+    Send("ally after");
+    EXPECT_EQ(Text(extracted_), L"ally after\r");
 }
 
 TEST_F(LogWindow, SpeechWithoutItsProgramStaysOffUntilALoadFindsIt) {

@@ -3,30 +3,21 @@
 
 #include "music/audio_player_win.h"
 
-#include <gtest/gtest.h>
-#include <objbase.h>
-
-#include "tests/common/alerts_support_win.h"
-#include "ui/wide_win.h"
+#include "tests/win/audio_library_fixture_win.h"
 
 namespace {
 
 using vrltest::Calls;
 using vrltest::Field;
 
-// A program folder (also the current folder) with the library, its MIDI add-on, a plug-in, and a
-// few files to play.
-class MusicPlayers : public ::testing::Test {
+// The library's folder is also the current folder, with a plug-in and a few files to play.
+class MusicPlayers : public vrltest::AudioLibraryTest {
 protected:
     void SetUp() override {
-        ::CoInitialize(nullptr);
+        AudioLibraryTest::SetUp();
         ::GetCurrentDirectoryW(MAX_PATH, previous_);
-        for (const wchar_t* name : {L"bass.dll", L"bassmidi.dll"}) {
-            ASSERT_TRUE(vrltest::CopyStandIn(L"simbass", name, folder_.Path()));
-        }
-        ::CopyFileW((folder_ / L"bassmidi.dll").c_str(), (folder_ / L"bassflac.dll").c_str(), FALSE);
-        ASSERT_TRUE(vrl::BassApi::LoadFrom(folder_.Path()));
         ::SetCurrentDirectoryW(folder_.Path().c_str());
+        ::CopyFileW((folder_ / L"bassmidi.dll").c_str(), (folder_ / L"bassflac.dll").c_str(), FALSE);
         vrltest::WriteFileBytes(folder_ / L"song.MID", std::string("MThd\0\0\0\6\0\0\0\1\0\x60", 14));
         vrltest::WriteOgg(folder_ / L"start.ogg", {"LoopStart=25"});
         vrltest::WriteWav(folder_ / L"town.wav", 100);
@@ -34,15 +25,9 @@ protected:
     }
     void TearDown() override {
         ::SetCurrentDirectoryW(previous_);
-        vrl::BassApi::LoadFrom(empty_.Path());
-        ::CoUninitialize();
+        AudioLibraryTest::TearDown();
     }
 
-    std::u16string File(const wchar_t* name) const { return vrl::U16(folder_ / name); }
-    std::vector<std::string> Trace() const { return vrltest::ReadLines(folder_ / L"bass_trace.txt"); }
-
-    vrltest::ScratchFolder folder_;
-    vrltest::ScratchFolder empty_;
     wchar_t previous_[MAX_PATH] = {};
 };
 

@@ -1,12 +1,8 @@
 #include "log/sound_effect_player_win.h"
 
-#include <gtest/gtest.h>
-#include <objbase.h>
-
 #include <cstring>
 
-#include "tests/common/alerts_support_win.h"
-#include "music/shortcut_win.h"
+#include "tests/win/audio_library_fixture_win.h"
 
 namespace {
 
@@ -14,29 +10,18 @@ using vrltest::Calls;
 using vrltest::Field;
 using vrltest::ResultOf;
 
-class SoundEffects : public ::testing::Test {
+class SoundEffects : public vrltest::AudioLibraryTest {
 protected:
     void SetUp() override {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        ASSERT_TRUE(vrltest::CopyStandIn(L"simbass", L"bass.dll", folder_.Path()));
-        ASSERT_TRUE(vrl::BassApi::LoadFrom(folder_.Path()));
-        for (const wchar_t* name : {L"a.wav", L"b.wav", L"c.wav", L"d.wav", L"e.wav"}) {
+        AudioLibraryTest::SetUp();
+        for (const wchar_t* name : {L"a.wav", L"b.wav", L"c.wav", L"d.wav"}) {
             vrltest::WriteWav(folder_ / name, 2000);  // long enough to still play when cut off
         }
     }
-    void TearDown() override {
-        vrl::BassApi::LoadFrom(empty_.Path());
-        CoUninitialize();
-    }
 
-    std::u16string Sound(const std::wstring& name) const {
-        const std::wstring path = folder_ / name;
-        return std::u16string(path.begin(), path.end());
-    }
     std::string Quoted(const std::wstring& name) const {
         return "\"" + vrltest::Utf8(folder_ / name) + "\"";
     }
-    std::vector<std::string> Trace() const { return vrltest::ReadLines(folder_ / L"bass_trace.txt"); }
     // The sample handle that loading the named file gave.
     std::string SampleOf(const std::wstring& name) const {
         for (const std::string& load : Calls(Trace(), "BASS_SampleLoad")) {
@@ -49,15 +34,12 @@ protected:
         for (const std::string& line : Calls(Trace(), "BASS_SampleFree")) freed.push_back(Field(line, "handle"));
         return freed;
     }
-
-    vrltest::ScratchFolder folder_;
-    vrltest::ScratchFolder empty_;
 };
 
 TEST_F(SoundEffects, LoadsPlaysAndSetsTheVolumeUnchanged) {
     vrl::SoundEffectPlayer player(GetDesktopWindow(), 3);
     const float volume = 80 * 70 / 10000.0f;  // master 80, rule 70
-    ASSERT_TRUE(player.PlaySoundEffect(Sound(L"a.wav"), volume));
+    ASSERT_TRUE(player.PlaySoundEffect(File(L"a.wav"), volume));
 
     const auto lines = Trace();
     const auto load = Calls(lines, "BASS_SampleLoad");
@@ -81,90 +63,49 @@ TEST_F(SoundEffects, LoadsPlaysAndSetsTheVolumeUnchanged) {
               std::vector<std::string>{"BASS_ChannelPlay handle=" + channel + " restart=0 -> 1"});
 }
 
-TEST_F(SoundEffects, FailedLoadEmptiesItsSlotAndTheNextSoundTakesIt) {
+// Slots are used in turn; a failed load empties its slot, and the next sound takes it.
+TEST_F(SoundEffects, SlotsTakeTurnsAndAFailedLoadEmptiesItsSlot) {
+    EXPECT_EQ(vrl::SoundEffectPlayer(nullptr, 7).SlotCount(), 3);
+    EXPECT_EQ(vrl::SoundEffectPlayer(nullptr, -2).SlotCount(), 1);
     vrltest::WriteFileBytes(folder_ / L"bad.wav", "not a sound");
     vrl::SoundEffectPlayer player(nullptr, 2);
-    ASSERT_TRUE(player.PlaySoundEffect(Sound(L"a.wav"), 1.0f));
-    ASSERT_TRUE(player.PlaySoundEffect(Sound(L"b.wav"), 1.0f));
-    EXPECT_FALSE(player.PlaySoundEffect(Sound(L"bad.wav"), 1.0f));
+    ASSERT_TRUE(player.PlaySoundEffect(File(L"a.wav"), 1.0f));
+    ASSERT_TRUE(player.PlaySoundEffect(File(L"b.wav"), 1.0f));
+    EXPECT_FALSE(player.PlaySoundEffect(File(L"bad.wav"), 1.0f));
     EXPECT_EQ(FreedSamples(), std::vector<std::string>{SampleOf(L"a.wav")});
-    EXPECT_FALSE(player.PlaySoundEffect(Sound(L"missing.wav"), 1.0f));
+    EXPECT_FALSE(player.PlaySoundEffect(File(L"missing.wav"), 1.0f));
     EXPECT_EQ(FreedSamples().size(), 1u) << "an empty slot has nothing to free";
 
     // Same slot again: nothing to free; the slot after it (b) goes with the sound after that.
-    ASSERT_TRUE(player.PlaySoundEffect(Sound(L"c.wav"), 1.0f));
+    ASSERT_TRUE(player.PlaySoundEffect(File(L"c.wav"), 1.0f));
     EXPECT_EQ(FreedSamples().size(), 1u);
-    ASSERT_TRUE(player.PlaySoundEffect(Sound(L"d.wav"), 1.0f));
+    ASSERT_TRUE(player.PlaySoundEffect(File(L"d.wav"), 1.0f));
     EXPECT_EQ(FreedSamples(), (std::vector<std::string>{SampleOf(L"a.wav"), SampleOf(L"b.wav")}));
     EXPECT_EQ(Calls(Trace(), "BASS_SampleGetChannel").size(), 4u) << "no channel for a failed load";
-}
-
-TEST_F(SoundEffects, SlotCountIsBroughtIntoOneToThree) {
-    EXPECT_EQ(vrl::SoundEffectPlayer(nullptr, 7).SlotCount(), 3);
-    EXPECT_EQ(vrl::SoundEffectPlayer(nullptr, -2).SlotCount(), 1);
-    vrl::SoundEffectPlayer single(nullptr, 0);
-    ASSERT_TRUE(single.PlaySoundEffect(Sound(L"a.wav"), 1.0f));
-    ASSERT_TRUE(single.PlaySoundEffect(Sound(L"b.wav"), 1.0f));
-    ASSERT_TRUE(single.PlaySoundEffect(Sound(L"c.wav"), 1.0f));
-    EXPECT_EQ(FreedSamples(), (std::vector<std::string>{SampleOf(L"a.wav"), SampleOf(L"b.wav")}));
 }
 
 TEST_F(SoundEffects, ShortcutPlaysItsTarget) {
     ASSERT_TRUE(vrltest::MakeShortcut(folder_ / L"alarm.lnk", folder_ / L"c.wav"));
     vrltest::WriteFileBytes(folder_ / L"broken.lnk", "no shell link in here");
     vrl::SoundEffectPlayer player(nullptr, 3);
-    EXPECT_TRUE(player.PlaySoundEffect(Sound(L"alarm.lnk"), 1.0f));
-    EXPECT_FALSE(player.PlaySoundEffect(Sound(L"broken.lnk"), 1.0f));
+    EXPECT_TRUE(player.PlaySoundEffect(File(L"alarm.lnk"), 1.0f));
+    EXPECT_FALSE(player.PlaySoundEffect(File(L"broken.lnk"), 1.0f));
     const auto loads = Calls(Trace(), "BASS_SampleLoad");
     ASSERT_EQ(loads.size(), 2u);
     EXPECT_EQ(Field(loads[0], "file"), Quoted(L"c.wav"));
-    EXPECT_EQ(Field(loads[1], "file"), Quoted(L"broken.lnk"));
+    EXPECT_EQ(Field(loads[1], "file"), Quoted(L"broken.lnk")) << "not a shortcut: the name as given";
 }
 
-TEST_F(SoundEffects, SharesTheLibraryAndFreesItsSamplesWhenDestroyed) {
+// The library outlives the player for the music player: the samples must not stay behind in it.
+TEST_F(SoundEffects, FreesItsSamplesWhenDestroyed) {
+    vrl::BassUse music(nullptr);
     {
-        vrl::BassUse music(nullptr);
-        {
-            vrl::SoundEffectPlayer player(nullptr, 3);
-            ASSERT_TRUE(player.PlaySoundEffect(Sound(L"a.wav"), 1.0f));
-            ASSERT_TRUE(player.PlaySoundEffect(Sound(L"b.wav"), 1.0f));
-        }
-        EXPECT_EQ(FreedSamples(), (std::vector<std::string>{SampleOf(L"a.wav"), SampleOf(L"b.wav")}));
-        EXPECT_TRUE(Calls(Trace(), "BASS_Free").empty()) << "the music player still uses it";
-    }
-    const auto lines = Trace();
-    EXPECT_EQ(Calls(lines, "BASS_Init").size(), 1u);
-    ASSERT_GE(lines.size(), 2u);
-    EXPECT_EQ(lines.back(), "BASS_Free -> 1");
-}
-
-TEST(SoundEffectsMissing, WithoutTheLibraryNothingPlays) {
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    {
-        vrltest::ScratchFolder folder;
-        vrltest::WriteWav(folder / L"a.wav", 100);
-        vrl::BassApi::LoadFrom(folder.Path());
         vrl::SoundEffectPlayer player(nullptr, 3);
-        const std::wstring wav = folder / L"a.wav";
-        EXPECT_FALSE(player.PlaySoundEffect(std::u16string(wav.begin(), wav.end()), 1.0f));
+        ASSERT_TRUE(player.PlaySoundEffect(File(L"a.wav"), 1.0f));
+        ASSERT_TRUE(player.PlaySoundEffect(File(L"b.wav"), 1.0f));
     }
-    CoUninitialize();
-}
-
-TEST(ShortcutResolution, LeavesAnythingButAShortcutAlone) {
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    {
-        vrltest::ScratchFolder folder;
-        const std::wstring wav = folder / L"a.wav";
-        vrltest::WriteWav(wav, 100);
-        ASSERT_TRUE(vrltest::MakeShortcut(folder / L"to a.lnk", wav));
-        const auto u16 = [](const std::wstring& s) { return std::u16string(s.begin(), s.end()); };
-        EXPECT_EQ(vrl::ResolveShortcut(u16(folder / L"to a.lnk")), u16(wav));
-        EXPECT_EQ(vrl::ResolveShortcut(u16(wav)), u16(wav));
-        EXPECT_EQ(vrl::ResolveShortcut(u16(folder / L"none.lnk")), u16(folder / L"none.lnk"));
-        EXPECT_EQ(vrl::ResolveShortcut(u""), u"");
-    }
-    CoUninitialize();
+    EXPECT_EQ(FreedSamples(), (std::vector<std::string>{SampleOf(L"a.wav"), SampleOf(L"b.wav")}));
+    EXPECT_TRUE(Calls(Trace(), "BASS_Free").empty()) << "the music player still uses it";
 }
 
 }  // namespace

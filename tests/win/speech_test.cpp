@@ -31,28 +31,18 @@ protected:
     std::u16string program_;
 };
 
-TEST_F(Speech, StartsTheProgramHiddenWithTheTalkCommandLineAndQuotesUnescaped) {
-    EXPECT_EQ(SpeakAndWait(u"ペットが倒れた"),
-              "RemoteTalk hidden=1 show=0 cmdline= /Talk \"ペットが倒れた\"");
-    EXPECT_EQ(SpeakAndWait(u"He said \"run\" now"),
-              "RemoteTalk hidden=1 show=0 cmdline= /Talk \"He said \"run\" now\"");
-}
+// The command line itself is built and cut natively; here it reaches a real process whole, and
+// a missing program is no error.
+TEST_F(Speech, StartsTheProgramHiddenWithTheTalkCommandLineAndNothingWithoutIt) {
+    EXPECT_EQ(SpeakAndWait(u"ペットが倒れた \"run\""),
+              "RemoteTalk hidden=1 show=0 cmdline= /Talk \"ペットが倒れた \"run\"\"");
+    const std::string cut = SpeakAndWait(std::u16string(5000, u'x'));
+    EXPECT_EQ(cut.size(), std::string("RemoteTalk hidden=1 show=0 cmdline=").size() + 2047) << cut.substr(0, 80);
 
-TEST_F(Speech, CutsAnOverlongText) {
-    const std::string line = SpeakAndWait(std::u16string(5000, u'x'));
-    const std::string prefix = "RemoteTalk hidden=1 show=0 cmdline=";
-    ASSERT_EQ(line.compare(0, prefix.size(), prefix), 0) << line.substr(0, 80);
-    const std::string commandLine = line.substr(prefix.size());
-    EXPECT_EQ(commandLine.size(), 2047u);
-    EXPECT_EQ(commandLine.substr(0, 9), " /Talk \"x");
-    EXPECT_EQ(commandLine.back(), '"');
-}
-
-TEST_F(Speech, MissingProgramIsSilent) {
     vrl::Speak(program_ + u".gone", u"Hello");
     vrl::Speak(u"", u"Hello");
     Sleep(200);
-    EXPECT_TRUE(vrltest::ReadLines(folder_ / L"RemoteTalk.log").empty());
+    EXPECT_EQ(vrltest::ReadLines(folder_ / L"RemoteTalk.log").size(), 2u);
 }
 
 }  // namespace
