@@ -1,6 +1,6 @@
 // The log windows of the running companion, fed by the module stand-in from inside the demo game:
 // what reaches the full and the extracted log, the reload of the rules, the frame's log requests
-// and commands, docking, speech and alert sounds, and lines that are hostile or costly.
+// and commands, docking, speech and alert sounds, and hostile or oversized lines.
 
 #include <gtest/gtest.h>
 #include <objbase.h>
@@ -14,7 +14,6 @@
 namespace {
 
 using e2e::Companion;
-using e2e::Install;
 using vrltest::Calls;
 using vrltest::CopyStandIn;
 using vrltest::Field;
