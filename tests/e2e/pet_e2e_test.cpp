@@ -65,6 +65,12 @@ struct PetSession : e2e::Session {
         return e2e::ListViewCellRect(list, row, column, part);
     }
 
+    // The player picks a filter from the drop-down list.
+    void ChooseFilter(int index) const {
+        ::SendDlgItemMessageW(panel, kFilterId, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+        ::SendMessageW(panel, WM_COMMAND, MAKEWPARAM(kFilterId, CBN_SELENDOK),
+                       reinterpret_cast<LPARAM>(::GetDlgItem(panel, kFilterId)));
+    }
     // The game goes out of the panel's way, so that the screen shows the panel.
     void MoveTheGameAway() const {
         ::SetWindowPos(game, HWND_BOTTOM, 0, 520, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
@@ -100,9 +106,7 @@ TEST(PetPanel, RowsFiltersAndHostileMessagesAsThePlayerSeesThem) {
     EXPECT_EQ(pets.Row(2), "||||||");
 
     // A new filter shows with the next message only.
-    ::SendDlgItemMessageW(pets.panel, kFilterId, CB_SETCURSEL, 1, 0);
-    ::SendMessageW(pets.panel, WM_COMMAND, MAKEWPARAM(kFilterId, CBN_SELENDOK),
-                   reinterpret_cast<LPARAM>(::GetDlgItem(pets.panel, kFilterId)));
+    pets.ChooseFilter(1);
     EXPECT_EQ(pets.Cell(1, 1), "sleepy dog");
     EXPECT_EQ(pets.Send({kEmpty, kPutit, kGwen, kDog}), TRUE);
     EXPECT_EQ(pets.Row(1), "Gwen|Museum|12|700|9/9|1/2|3/4");
@@ -239,9 +243,7 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     EXPECT_EQ(PixelOnceItIs(hpNow.left + 5, hpNow.bottom - 5, RGB(0, 255, 0)), RGB(0, 255, 0));
 
     // The filter and a column width are saved when the game ends, and read at the next start.
-    ::SendDlgItemMessageW(pets.panel, kFilterId, CB_SETCURSEL, 1, 0);
-    ::SendMessageW(pets.panel, WM_COMMAND, MAKEWPARAM(kFilterId, CBN_SELENDOK),
-                   reinterpret_cast<LPARAM>(::GetDlgItem(pets.panel, kFilterId)));
+    pets.ChooseFilter(1);
     ::SendMessageW(pets.list, LVM_SETCOLUMNWIDTH, 1, 133);
     ::PostMessageW(pets.game, WM_CLOSE, 0, 0);
     ASSERT_EQ(pets.companion->WaitExit(15000), 1u);
