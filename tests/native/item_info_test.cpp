@@ -5,7 +5,6 @@
 #include "panels/item_record.h"
 #include "panels/quick_search.h"
 #include "settings/kcsv.h"
-#include "settings/table_schema.h"
 
 #include <gtest/gtest.h>
 
@@ -89,19 +88,6 @@ TEST(EnchantTable, MissingColumnsShortRowsAndBadSources) {
     EXPECT_FALSE(vrl::FillEnchantTablesFromUtf8("\xEF\xBB\xBF#format,kcsv\r\n", 0, untouched));
     EXPECT_FALSE(vrl::FillEnchantTablesFromUtf8(std::string("\0\xff garbage", 10), 0, untouched));
     EXPECT_TRUE(untouched.effect.empty() && untouched.invoke.empty());
-}
-
-TEST(EnchantTable, NamesAreTheSchemasNames) {
-    const vrl::TableSchema* enchant = vrl::FindTableSchema(vrl::kEnchantTableFile);
-    ASSERT_NE(enchant, nullptr);
-    for (auto name : {vrl::enchant_columns::kType, vrl::enchant_columns::kId, vrl::enchant_columns::kTextEn,
-                      vrl::enchant_columns::kTextJp}) {
-        EXPECT_NE(vrl::FindColumn(*enchant, name), nullptr);
-    }
-    EXPECT_NE(vrl::FindOption(*enchant, u"invoke99"), nullptr);
-    const vrl::TableSchema* quick = vrl::FindTableSchema(vrl::kQuickSearchFile);
-    ASSERT_NE(quick, nullptr);
-    EXPECT_NE(vrl::FindColumn(*quick, vrl::kQuickSearchKeywordColumn), nullptr);
 }
 
 ItemInfoRecord Record(std::uint32_t properties, std::initializer_list<vrl::ItemEnchantment> slots) {
