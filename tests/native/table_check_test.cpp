@@ -15,9 +15,9 @@ namespace {
 using vrl::CheckTableText;
 
 // "LINE: message" per problem, joined by newlines: compact to compare, readable when it fails.
-std::string Report(std::u16string_view path, std::string_view text) {
+std::string Report(std::u16string_view path, std::string_view text, int language = 0) {
     std::string out;
-    for (const auto& p : CheckTableText(path, text)) out += std::to_string(p.line) + ": " + p.message + "\n";
+    for (const auto& p : CheckTableText(path, text, language)) out += std::to_string(p.line) + ": " + p.message + "\n";
     return out;
 }
 
@@ -144,11 +144,7 @@ TEST(TableCheck, MusicRuleMonthDayAndHourCells) {
 }
 
 TEST(TableCheck, MessagesInJapanese) {
-    std::string out;
-    for (const auto& p : CheckTableText(u"LogEx.kcsv", "#format,kcsv\r\n#option,FontSise:3\r\n#column,keyword\r\n", 1)) {
-        out += std::to_string(p.line) + ": " + p.message + "\n";
-    }
-    EXPECT_EQ(out,
+    EXPECT_EQ(Report(u"LogEx.kcsv", "#format,kcsv\r\n#option,FontSise:3\r\n#column,keyword\r\n", 1),
               "2: 知らないオプション \"FontSise\" です。プログラムは無視します (FontSize のことですか?)\n"
               "3: 列 \"color\" がありません。抽出ログには一行も写されません\n");
 }
