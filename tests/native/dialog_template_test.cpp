@@ -1,4 +1,5 @@
 #include "ui/dialog_template.h"
+#include "ui/lang_text.h"
 #include "ui/panel_style.h"
 
 #include <gtest/gtest.h>
@@ -210,6 +211,16 @@ TEST(PanelStyle, FontAndTitleFollowTheLanguage) {
     EXPECT_EQ(vrl::PanelFont(0).charset, 0);
     EXPECT_EQ(vrl::PanelFont(1).face, u"Meiryo UI");
     EXPECT_EQ(vrl::PanelTitle(u"ペット情報"), u"ペット情報 - Vorrel");
+}
+
+TEST(LangText, PicksByLanguageAndTreatsUnknownLanguagesAsEnglish) {
+    const vrl::LangText text{u"Full Log", u"全ログ"};
+    vrl::SetLanguageIndex(1);
+    EXPECT_EQ(std::u16string(text.Get()), u"全ログ");
+    vrl::SetLanguageIndex(7);
+    EXPECT_EQ(vrl::LanguageIndex(), 0);
+    EXPECT_EQ(std::u16string(text.Get()), u"Full Log");
+    vrl::SetLanguageIndex(0);
 }
 
 }  // namespace
