@@ -31,11 +31,8 @@ TEST(KcsvParse, ReadsTheSmallFileOfTheFormat) {
 }
 
 TEST(KcsvParse, RejectsTextThatIsNotKcsv) {
-    Parsed(u"", false);
-    Parsed(u"#format\r\n", false);
-    Parsed(u"#Format,kcsv\r\n", false);
-    Parsed(u"#format,KCSV\r\n", false);
-    Parsed(u"\uFEFF#format,kcsv\r\n", false);
+    for (const char16_t* text : {u"", u"#format\r\n", u"#Format,kcsv\r\n", u"#format,KCSV\r\n", u"\uFEFF#format,kcsv\r\n"})
+        Parsed(text, false);
     // LF-only line ends leave one long line whose second cell runs past "kcsv".
     const KcsvFile lf = Parsed(u"#format,kcsv\n#column,a\n1\n", false);
     EXPECT_TRUE(lf.Columns().empty());

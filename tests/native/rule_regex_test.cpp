@@ -75,24 +75,9 @@ void ExpectSameAsStandardLibrary(std::u16string_view pattern, std::u16string_vie
 }
 
 const std::vector<std::u16string> kTexts = {
-    u"",
-    u"a",
-    u"aaa",
-    u"ab",
-    u"abcabc",
-    u"You hit the putit.",
-    u"[12] The door opens.",
-    u"[3] ",
-    u"ally joined the party",
-    u"Hello!",
-    u"foo bar_baz 42 qux",
-    u"line1\nline2",
-    u"tab\there\r\n",
-    u"x+y=z? (1) {2} [3] ^$ \\ .",
-    u"aAbBzZ09_-",
-    u"\u3042\u3044\u3046 \u30ab\u30ad 123",
-    u"mississippi",
-    u"aaab",
+    u"", u"a", u"aaa", u"ab", u"abcabc", u"You hit the putit.", u"[12] The door opens.", u"[3] ",
+    u"ally joined the party", u"Hello!", u"foo bar_baz 42 qux", u"line1\nline2", u"tab\there\r\n",
+    u"x+y=z? (1) {2} [3] ^$ \\ .", u"aAbBzZ09_-", u"\u3042\u3044\u3046 \u30ab\u30ad 123", u"mississippi", u"aaab",
     u"abab ab ba",
 };
 
