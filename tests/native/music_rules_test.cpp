@@ -168,8 +168,6 @@ TEST(MusicRulesTest, TheDrawIsTheMultiplyAndRejectSelection) {
 
 TEST(MusicRulesTest, TheOptionsOfTheRuleTable) {
     EXPECT_EQ(MidiDeviceCodeOf(Table(u"")), 1);
-    EXPECT_EQ(MidiDeviceCodeOf(Table(u"#option,device:0\r\n")), 1);
-    EXPECT_EQ(MidiDeviceCodeOf(Table(u"#option,device:1\r\n")), 2);
     EXPECT_EQ(MidiDeviceCodeOf(Table(u"#option,device:2\r\n")), 3);
     EXPECT_EQ(MidiDeviceCodeOf(Table(u"#option,device:x\r\n")), 1);
     EXPECT_EQ(MidiDeviceCodeOf(Table(u"#option,device:9\r\n")), 0);
