@@ -213,18 +213,27 @@ TEST(Screenshots, TheBackupFormatOverwritesItsOneFile) {
     EXPECT_EQ(shot.height, 408);
 }
 
+// In both languages: the box must follow the chosen one.
 TEST(Screenshots, AnUnknownFormatWarnsAndStillPlaysTheSound) {
-    ShotSession session;
-    session.Start("iScreenshotFormat=7\r\niLanguage=0\r\n");
-    ::PostMessageW(session.frame, WM_COMMAND, kShot + 2, 0);
-    const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(session.companion->ProcessId(), 10000);
-    ASSERT_TRUE(box.window);
-    EXPECT_EQ(box.caption, L"Vorrel Error");
-    EXPECT_EQ(box.text, L"Error: Unknown screenshot format.");
-    e2e::Press(box.window, IDOK);
-    EXPECT_TRUE(e2e::WaitUntil([&] { return session.ConfirmationSounds() == 1; }, 5000));
-    EXPECT_TRUE(FilesIn(session.shots).empty());
-    EXPECT_TRUE(FilesIn(session.backup).empty());
+    const struct {
+        const char* ini;
+        const wchar_t* caption;
+        const wchar_t* text;
+    } languages[] = {{"iLanguage=0\r\n", L"Vorrel Error", L"Error: Unknown screenshot format."},
+                     {"iLanguage=1\r\n", L"Vorrel エラー", L"エラー: 不明なスクリーンショット形式です。"}};
+    for (const auto& language : languages) {
+        ShotSession session;
+        session.Start(std::string("iScreenshotFormat=7\r\n") + language.ini);
+        ::PostMessageW(session.frame, WM_COMMAND, kShot + 2, 0);
+        const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(session.companion->ProcessId(), 10000);
+        ASSERT_TRUE(box.window);
+        EXPECT_EQ(box.caption, language.caption);
+        EXPECT_EQ(box.text, language.text);
+        e2e::Press(box.window, IDOK);
+        EXPECT_TRUE(e2e::WaitUntil([&] { return session.ConfirmationSounds() == 1; }, 5000));
+        EXPECT_TRUE(FilesIn(session.shots).empty());
+        EXPECT_TRUE(FilesIn(session.backup).empty());
+    }
 }
 
 }  // namespace
