@@ -1,7 +1,5 @@
 #include "log/sound_effect_player_win.h"
 
-#include <cstring>
-
 #include "tests/win/audio_library_fixture_win.h"
 
 namespace {
@@ -36,45 +34,39 @@ protected:
     }
 };
 
-TEST_F(SoundEffects, LoadsPlaysAndSetsTheVolumeUnchanged) {
+// The file, its flags and the volume are checked end to end; here, that the channel of the sample
+// just loaded is the one given the volume and played.
+TEST_F(SoundEffects, PlaysTheChannelOfTheSampleJustLoaded) {
     vrl::SoundEffectPlayer player(GetDesktopWindow(), 3);
-    const float volume = 80 * 70 / 10000.0f;  // master 80, rule 70
-    ASSERT_TRUE(player.PlaySoundEffect(File(L"a.wav"), volume));
-
+    ASSERT_TRUE(player.PlaySoundEffect(File(L"a.wav"), 0.5f));
     const auto lines = Trace();
-    const auto load = Calls(lines, "BASS_SampleLoad");
-    ASSERT_EQ(load.size(), 1u);
-    EXPECT_EQ(load[0], "BASS_SampleLoad mem=0 file=" + Quoted(L"a.wav") +
-                           " offset=0 length=0 max=1 flags=0x80020000 -> " + SampleOf(L"a.wav"));
     const auto get = Calls(lines, "BASS_SampleGetChannel");
     ASSERT_EQ(get.size(), 1u);
     EXPECT_EQ(Field(get[0], "handle"), SampleOf(L"a.wav"));
     EXPECT_EQ(Field(get[0], "onlynew"), "0");
     const std::string channel = std::to_string(ResultOf(get[0]));
-
-    unsigned bits = 0;
-    std::memcpy(&bits, &volume, sizeof(bits));
-    char expected[64];
-    snprintf(expected, sizeof(expected), "attrib=2 value=0.56 bits=0x%08x -> 1", bits);
     const auto attribute = Calls(lines, "BASS_ChannelSetAttribute");
     ASSERT_EQ(attribute.size(), 1u);
-    EXPECT_EQ(attribute[0], "BASS_ChannelSetAttribute handle=" + channel + " " + expected);
+    EXPECT_EQ(Field(attribute[0], "handle"), channel);
     EXPECT_EQ(Calls(lines, "BASS_ChannelPlay"),
               std::vector<std::string>{"BASS_ChannelPlay handle=" + channel + " restart=0 -> 1"});
 }
 
-// Slots are used in turn; a failed load empties its slot, and the next sound takes it.
+// Slots are used in turn; a failed load empties its slot, and the next sound takes it. A file that
+// is no shortcut is loaded by the name given.
 TEST_F(SoundEffects, SlotsTakeTurnsAndAFailedLoadEmptiesItsSlot) {
     EXPECT_EQ(vrl::SoundEffectPlayer(nullptr, 7).SlotCount(), 3);
     EXPECT_EQ(vrl::SoundEffectPlayer(nullptr, -2).SlotCount(), 1);
     vrltest::WriteFileBytes(folder_ / L"bad.wav", "not a sound");
+    vrltest::WriteFileBytes(folder_ / L"broken.lnk", "no shell link in here");
     vrl::SoundEffectPlayer player(nullptr, 2);
     ASSERT_TRUE(player.PlaySoundEffect(File(L"a.wav"), 1.0f));
     ASSERT_TRUE(player.PlaySoundEffect(File(L"b.wav"), 1.0f));
     EXPECT_FALSE(player.PlaySoundEffect(File(L"bad.wav"), 1.0f));
     EXPECT_EQ(FreedSamples(), std::vector<std::string>{SampleOf(L"a.wav")});
-    EXPECT_FALSE(player.PlaySoundEffect(File(L"missing.wav"), 1.0f));
+    EXPECT_FALSE(player.PlaySoundEffect(File(L"broken.lnk"), 1.0f));
     EXPECT_EQ(FreedSamples().size(), 1u) << "an empty slot has nothing to free";
+    EXPECT_EQ(Field(Calls(Trace(), "BASS_SampleLoad").back(), "file"), Quoted(L"broken.lnk"));
 
     // Same slot again: nothing to free; the slot after it (b) goes with the sound after that.
     ASSERT_TRUE(player.PlaySoundEffect(File(L"c.wav"), 1.0f));
@@ -82,18 +74,6 @@ TEST_F(SoundEffects, SlotsTakeTurnsAndAFailedLoadEmptiesItsSlot) {
     ASSERT_TRUE(player.PlaySoundEffect(File(L"d.wav"), 1.0f));
     EXPECT_EQ(FreedSamples(), (std::vector<std::string>{SampleOf(L"a.wav"), SampleOf(L"b.wav")}));
     EXPECT_EQ(Calls(Trace(), "BASS_SampleGetChannel").size(), 4u) << "no channel for a failed load";
-}
-
-TEST_F(SoundEffects, ShortcutPlaysItsTarget) {
-    ASSERT_TRUE(vrltest::MakeShortcut(folder_ / L"alarm.lnk", folder_ / L"c.wav"));
-    vrltest::WriteFileBytes(folder_ / L"broken.lnk", "no shell link in here");
-    vrl::SoundEffectPlayer player(nullptr, 3);
-    EXPECT_TRUE(player.PlaySoundEffect(File(L"alarm.lnk"), 1.0f));
-    EXPECT_FALSE(player.PlaySoundEffect(File(L"broken.lnk"), 1.0f));
-    const auto loads = Calls(Trace(), "BASS_SampleLoad");
-    ASSERT_EQ(loads.size(), 2u);
-    EXPECT_EQ(Field(loads[0], "file"), Quoted(L"c.wav"));
-    EXPECT_EQ(Field(loads[1], "file"), Quoted(L"broken.lnk")) << "not a shortcut: the name as given";
 }
 
 // The library outlives the player for the music player: the samples must not stay behind in it.
