@@ -61,7 +61,7 @@ TEST_F(MusicPlayers, TheFacadeRoutesByExtensionAndClosesTheFileBefore) {
     EXPECT_TRUE(silent.GetBassPlayer()->SetSoundFont(File(L"piano.sf2")));
 }
 
-TEST_F(MusicPlayers, LoopPointsSoundfontsAndTexts) {
+TEST_F(MusicPlayers, LoopPointsSoundfontsAndTheInfoText) {
     vrl::CBassPlayer player(nullptr);
     ASSERT_TRUE(player.Open(File(L"start.ogg"), 1));
     ASSERT_TRUE(player.Play());
@@ -73,8 +73,6 @@ TEST_F(MusicPlayers, LoopPointsSoundfontsAndTexts) {
     EXPECT_EQ(Field(positions[1], "pos"), "0") << "no length: the natural end";
 
     std::u16string text;
-    player.GetErrorText(text);
-    EXPECT_EQ(text, u"BASS_OK");
     ::SetEnvironmentVariableW(L"VRL_SIM_BASS_FREQ", L"44100");
     player.GetInfoText(text);
     ::SetEnvironmentVariableW(L"VRL_SIM_BASS_FREQ", nullptr);
