@@ -6,7 +6,6 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,7 +14,6 @@ namespace {
 
 using vrl::ControlAtom;
 using vrl::DialogTemplate;
-using vrltest::ClassName;
 using vrltest::WindowText;
 
 constexpr DWORD kPanelStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
@@ -85,26 +83,6 @@ TEST(DialogTemplateWin, AnchoredEdgesCountFromTheFarSideOfTheClientArea) {
     EXPECT_EQ(edge.top, 0);
     EXPECT_EQ(edge.right, 300);
     EXPECT_EQ(edge.bottom, 250);
-}
-
-// The bytes of a template, grown or not, are tested natively; here, that each class atom and a
-// class given by name make the control the dialog manager should create.
-TEST(DialogTemplateWin, EveryControlClassIsCreatedAsNamed) {
-    INITCOMMONCONTROLSEX icc{sizeof icc, ICC_LISTVIEW_CLASSES};
-    InitCommonControlsEx(&icc);
-    const ControlAtom atoms[] = {ControlAtom::kButton, ControlAtom::kEdit, ControlAtom::kStatic,
-                                 ControlAtom::kListBox, ControlAtom::kComboBox};
-    const wchar_t* classNames[] = {L"Button", L"Edit", L"Static", L"ListBox", L"ComboBox"};
-    DialogTemplate t;
-    t.Create(u"Classes", {0, 0, 400, 400}, kPanelStyle, 0, vrl::PanelFont(1));
-    t.AddControl(u"SysListView32", 999, {0, 0, 50, 50}, 0, 0, u"");
-    for (int i = 0; i < 5; ++i) t.AddControl(atoms[i], 1000 + i, {0, 60 + i * 13, 90, 12}, 0, 0, u"項目");
-
-    Panel panel(t);
-    ASSERT_NE(panel.hwnd, nullptr);
-    EXPECT_EQ(ClassName(GetDlgItem(panel.hwnd, 999)), L"SysListView32");
-    for (int i = 0; i < 5; ++i)
-        EXPECT_EQ(_wcsicmp(ClassName(GetDlgItem(panel.hwnd, 1000 + i)).c_str(), classNames[i]), 0) << i;
 }
 
 // Notes its owner and ends at once with 42.
