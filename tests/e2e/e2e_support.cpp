@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 #include <tlhelp32.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <stdexcept>
 
 namespace e2e {
@@ -340,14 +338,6 @@ void EndDemoGames() {
     ::CloseHandle(snapshot);
 }
 
-void HoldForScreenshot(const char* name) {
-    const char* folder = std::getenv("VRL_SHOT_SIGNAL");
-    if (!folder) return;
-    std::ofstream(std::string(folder) + "\\" + name + ".ready") << "ready\n";
-    const char* ms = std::getenv("VRL_MENU_HOLD_MS");
-    ::Sleep(ms ? static_cast<DWORD>(std::atoi(ms)) : 1000);
-}
-
 void Session::Start(const std::string& ini, const std::string& scenario) {
     install.WriteIni(ini);
     if (!scenario.empty()) install.WriteScenario(scenario);
@@ -378,11 +368,6 @@ HWND WaitForMenu(DWORD processId, DWORD ms) {
     HWND menu = nullptr;
     WaitUntil([&] { return (menu = VisibleWindowOf(processId, L"#32768")) != nullptr; }, ms);
     return menu;
-}
-
-LRESULT SendCopyData(HWND to, ULONG_PTR code, const void* bytes, size_t size) {
-    COPYDATASTRUCT data{code, static_cast<DWORD>(size), const_cast<void*>(bytes)};
-    return ::SendMessageW(to, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
 }
 
 }  // namespace e2e

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/common/test_files_win.h"
+#include "tests/common/window_driving_win.h"
 
 namespace e2e {
 
@@ -119,10 +120,6 @@ COLORREF ScreenPixel(int x, int y);
 // The pixels of a rectangle of the screen, row by row from the top, each as 0x00RRGGBB.
 std::vector<DWORD> ScreenPixels(const RECT& area);
 
-// With VRL_SHOT_SIGNAL set (a folder), announces "<folder>\<name>.ready" and holds the screen
-// still for VRL_MENU_HOLD_MS, so that a script can take a screenshot.
-void HoldForScreenshot(const char* name);
-
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();
 
@@ -148,10 +145,7 @@ struct Session {
 // A pop-up menu (class "#32768") of the process, found by polling; null after `ms`.
 HWND WaitForMenu(DWORD processId, DWORD ms);
 
-// WM_COPYDATA as the module sends it; the reply.
-LRESULT SendCopyData(HWND to, ULONG_PTR code, const void* bytes, size_t size);
-inline LRESULT SendCopyData(HWND to, ULONG_PTR code, const std::string& bytes) {
-    return SendCopyData(to, code, bytes.data(), bytes.size());
-}
+using vrltest::HoldForScreenshot;
+using vrltest::SendCopyData;
 
 }  // namespace e2e

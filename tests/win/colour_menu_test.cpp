@@ -1,5 +1,6 @@
 #include "ui/colour_menu_win.h"
 #include "ui/lang_text.h"
+#include "tests/common/window_driving_win.h"
 #include "tests/win/window_probe_win.h"
 
 #include <windows.h>
@@ -72,7 +73,7 @@ protected:
             HWND menuWindow = WaitForVisibleWindow(L"#32768");
             ASSERT_NE(menuWindow, nullptr);
             Sleep(100);  // let it paint
-            HoldForScreenshot();
+            HoldForScreenshot("colour_menu");
             act(menuWindow);
         });
         const Colour chosen = vrl::ShowColourMenu(owner_, current);
@@ -125,7 +126,7 @@ TEST_F(ColourMenuTest, EveryOtherWayOutOfTheMenuGivesTheCurrentColour) {
         ClickMenuItem(menuWindow, 11);
         HWND chooser = WaitForVisibleWindow(L"#32770");
         ASSERT_NE(chooser, nullptr);
-        HoldForScreenshot();
+        HoldForScreenshot("colour_chooser");
         PostMessageW(chooser, WM_COMMAND, IDCANCEL, 0);
     });
     EXPECT_EQ(cancelled, kCurrent);

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "tests/common/alerts_support_win.h"
+#include "tests/common/window_driving_win.h"
 #include "app/app_state_win.h"
 
 namespace {
@@ -55,10 +56,7 @@ protected:
     }
 
     void Send(const std::string& ansi) {
-        COPYDATASTRUCT data{};
-        data.cbData = static_cast<DWORD>(ansi.size());
-        data.lpData = const_cast<char*>(ansi.c_str());
-        EXPECT_EQ(SendMessageW(log_.Handle(), WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data)), 1);
+        EXPECT_EQ(vrltest::SendCopyData(log_.Handle(), 0, ansi), 1);
     }
 
     // The view's text as the control stores it: one CR per line break.
@@ -171,8 +169,7 @@ TEST_F(LogWindow, ABurstFromTheGameLooksAsLineByLineToWhateverComesBetweenItsLin
     std::thread game([&] {
         for (int i = 0; i < 300; ++i) {
             const std::string line = (i % 3 == 0 ? "ally " : i % 3 == 1 ? "You hit " : "plain ") + std::to_string(i);
-            COPYDATASTRUCT data{0, static_cast<DWORD>(line.size()), const_cast<char*>(line.c_str())};
-            SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+            vrltest::SendCopyData(window, 0, line);
             expected += std::wstring(line.begin(), line.end()) + L"\r";
             if (i == 150) {
                 SendMessageW(window, WM_SYSCOMMAND, vrl::CLogExtenderDlg::kCmdClearLog, 0);

@@ -2,6 +2,7 @@
 #include "app/app_state_win.h"
 #include "app/tray_menu_win.h"
 #include "app/version_text.h"
+#include "tests/common/window_driving_win.h"
 #include "tests/win/window_probe_win.h"
 #include "ui/lang_text.h"
 
@@ -103,7 +104,7 @@ TEST(TrayNotify, TheLeftButtonOpensTheMenuTooAndOtherNotificationsOrIconsDoNot) 
         HWND menu = WaitForVisibleWindow(L"#32768");
         if (!menu) return;
         Sleep(100);
-        HoldForScreenshot();
+        HoldForScreenshot("tray_menu_left_button");
         PostMessageW(menu, WM_CHAR, L'c', 0);  // &Config...
     });
     EXPECT_TRUE(vrl::HandleTrayNotify(frame, 1234, WM_LBUTTONDOWN));
@@ -156,7 +157,7 @@ TEST(AboutBox, OpensOnceInEitherLanguageAndEndsWithOneForOkOrTwoForCancel) {
             EXPECT_EQ(LineCount(remarks), c.remarkLines);
             EXPECT_EQ(remarks.rfind(L"- ", 0), 0u);
             EXPECT_EQ(remarks.find(L"\r\n- "), remarks.find(L"\r\n")) << "every line begins \"- \"";
-            HoldForScreenshot();
+            HoldForScreenshot("about_box");
 
             EXPECT_EQ(vrl::CAboutBox::Open(), 0) << "the second request raises the open box";
             EXPECT_EQ(CountTopLevel(L"#32770", title.c_str()), 1);

@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace vrltest {
@@ -34,11 +33,6 @@ inline HWND WaitForVisibleWindow(const wchar_t* className, const wchar_t* title 
         ::Sleep(20);
     }
     return nullptr;
-}
-
-// Lets a screenshot be taken of an open menu or box: VRL_MENU_HOLD_MS keeps it open that long.
-inline void HoldForScreenshot() {
-    if (const char* ms = std::getenv("VRL_MENU_HOLD_MS")) ::Sleep(static_cast<DWORD>(std::atoi(ms)));
 }
 
 }  // namespace vrltest
