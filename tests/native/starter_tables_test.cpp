@@ -77,9 +77,11 @@ std::string WithoutTrailingBlankLines(std::string text) {
 // One example of a guide: a ```console block, a session in the program folder in which a line
 // that begins with the prompt is typed by the player and the lines up to the next prompt are what
 // appears. Blocks fenced with "file:NAME" before it are written to that file in the program folder
-// for this session only. Blocks fenced with a word of kNotYetTested are left out.
+// for this session only; blocks fenced with "starter:NAME" show that starter table as shipped.
+// Blocks fenced with a word of kNotYetTested are left out.
 struct GuideExample {
     std::vector<std::pair<std::string, std::string>> files;     // name, text with CR LF line ends
+    std::vector<std::pair<std::string, std::string>> starters;  // the same
     std::vector<std::pair<std::string, std::string>> commands;  // typed, printed
     unsigned line = 0;
 };
@@ -87,7 +89,7 @@ struct GuideExample {
 std::vector<GuideExample> ExamplesOf(const std::string& markdown) {
     std::vector<GuideExample> examples;
     GuideExample next;
-    enum class Block { None, Example, File, Other } block = Block::None;
+    enum class Block { None, Example, File, Starter, Other } block = Block::None;
     std::istringstream text(markdown);
     std::string line;
     for (unsigned number = 1; std::getline(text, line); ++number) {
@@ -100,24 +102,32 @@ std::vector<GuideExample> ExamplesOf(const std::string& markdown) {
             }
             const std::vector<std::string> info = Words(line.substr(3));
             const auto has = [&](auto test) { return std::any_of(info.begin(), info.end(), test); };
-            const auto file = std::find_if(info.begin(), info.end(), [](const auto& w) { return w.rfind("file:", 0) == 0; });
+            const auto named = [&](const std::string& key) {
+                return std::find_if(info.begin(), info.end(), [&](const std::string& w) { return w.rfind(key, 0) == 0; });
+            };
             if (has([](const std::string& w) { return kNotYetTested.count(w) > 0; })) {
                 block = Block::Other;
-            } else if (file != info.end()) {
+            } else if (named("file:") != info.end()) {
                 block = Block::File;
-                next.files.emplace_back(file->substr(5), "");
+                next.files.emplace_back(named("file:")->substr(5), "");
+            } else if (named("starter:") != info.end()) {
+                block = Block::Starter;
+                next.starters.emplace_back(named("starter:")->substr(8), "");
             } else {
                 block = !info.empty() && info[0] == "console" ? Block::Example : Block::Other;
                 next.line = number;
             }
         } else if (block == Block::File) {
             next.files.back().second += line + "\r\n";
+        } else if (block == Block::Starter) {
+            next.starters.back().second += line + "\r\n";
         } else if (block == Block::Example && line.rfind(kPrompt, 0) == 0) {
             next.commands.emplace_back(line.substr(kPrompt.size()), "");
         } else if (block == Block::Example && !next.commands.empty()) {
             next.commands.back().second += line + "\n";
         }
     }
+    if (!next.starters.empty()) examples.push_back(next);
     return examples;
 }
 
@@ -225,6 +235,9 @@ TEST_F(StarterFolder, TheGuidesCommandsPrintWhatTheGuideShows) {
         std::string scratch = root_.string();
         ReplaceAll(scratch, "/", "\\");
         for (const GuideExample& example : examples) {
+            for (const auto& [file, text] : example.starters) {
+                EXPECT_EQ(text, ReadText(kSourceRoot / "settings/starter" / language / file)) << name << ": " << file;
+            }
             Lay(language);
             for (auto [file, text] : example.files) {
                 ReplaceAll(text, kGameFolder, scratch);
