@@ -9,6 +9,7 @@
 #include "app/app_state_win.h"
 #include "app/game_link_win.h"
 #include "music/music_texts.h"
+#include "settings/decimal_text.h"
 #include "settings/table_schema.h"
 #include "ui/layout_win.h"
 #include "ui/panel_style.h"
@@ -81,11 +82,6 @@ void BuildTemplate(DialogTemplate& t) {
     // Titled by its own name alone, without the program's.
     t.Create(music_texts::kTitle.Get(), kWindowBox, kWindowStyle, 0, PanelFont());
     for (const Control& c : kControls) t.AddControl(c.cls, c.id, c.box, c.style, 0, c.text->Get());
-}
-
-std::u16string Number(long long n) {
-    const std::string digits = std::to_string(n);
-    return std::u16string(digits.begin(), digits.end());
 }
 
 std::u16string Formatted(const LangText& format, const std::u16string& value) {
@@ -264,7 +260,7 @@ void CMusicPlayerDlg::HandleMusicRequest(ULONG_PTR code, const void* data, std::
     playCount_ = request.playCount;
     const CandidateSearch search = FindCandidates(rules_, request);
     SetField(kOriginalFile, search.requestName);
-    SetField(kMapObjIdValue, Number(request.mapObjectId));
+    SetField(kMapObjIdValue, DecimalText(request.mapObjectId));
     SetField(kDateTime, MusicDateTimeText(request, LanguageIndex()));
     ::SendMessageW(Item(kCandidateList), LVM_DELETEALLITEMS, 0, 0);
     if (search.keepPlaying) return;
@@ -276,7 +272,7 @@ void CMusicPlayerDlg::AddCandidates(const std::vector<std::u16string>& entries) 
     HWND list = Item(kCandidateList);
     int row = static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     for (const std::u16string& entry : entries) {
-        const std::u16string volume = Number(volumes_.VolumeOf(Resolve(entry).path));
+        const std::u16string volume = DecimalText(volumes_.VolumeOf(Resolve(entry).path));
         std::wstring file = Wstr(entry);
         std::wstring volumeText = Wstr(volume);
         LVITEMW item{};
@@ -298,7 +294,7 @@ void CMusicPlayerDlg::ChooseAndPlay() {
     const auto count = static_cast<std::uint32_t>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     if (count == 0) return;
     const std::uint32_t index = DrawCandidateIndex(generator_, count);
-    SetField(kRandValue, Number(index));
+    SetField(kRandValue, DecimalText(index));
     wchar_t entry[kMusicPathChars] = {};
     LVITEMW item{};
     item.iSubItem = 0;
@@ -337,8 +333,8 @@ void CMusicPlayerDlg::PlayMusicFile(const std::u16string& entry) {
 void CMusicPlayerDlg::SetVolumes(int master, int volume) {
     ::SendMessageW(Item(kMasterVolume), TBM_SETPOS, TRUE, master);
     ::SendMessageW(Item(kFileVolume), TBM_SETPOS, TRUE, volume);
-    SetField(kMasterVolumeValue, Number(master));
-    SetField(kFileVolumeValue, Number(volume));
+    SetField(kMasterVolumeValue, DecimalText(master));
+    SetField(kFileVolumeValue, DecimalText(volume));
     ApplyVolumes(master, volume);
 }
 
@@ -355,8 +351,8 @@ void CMusicPlayerDlg::ApplyVolumes(int master, int volume) {
 void CMusicPlayerDlg::OnVolumeScroll(WORD code) {
     const int master = VolumeTable::Clamp(static_cast<int>(::SendMessageW(Item(kMasterVolume), TBM_GETPOS, 0, 0)));
     const int volume = VolumeTable::Clamp(static_cast<int>(::SendMessageW(Item(kFileVolume), TBM_GETPOS, 0, 0)));
-    SetField(kMasterVolumeValue, Number(master));
-    SetField(kFileVolumeValue, Number(volume));
+    SetField(kMasterVolumeValue, DecimalText(master));
+    SetField(kFileVolumeValue, DecimalText(volume));
     if (code == TB_ENDTRACK) ApplyVolumes(master, volume);
 }
 
