@@ -230,6 +230,11 @@ ResolvedMusicPath CMusicPlayerDlg::Resolve(const std::u16string& entry) const {
 
 void CMusicPlayerDlg::SetField(int id, const std::u16string& text) const { ::SetDlgItemTextW(m_hWnd, id, W(text)); }
 
+void CMusicPlayerDlg::ShowPlayingReport(const std::u16string& text) {
+    fieldFile_.clear();
+    SetField(kPlayingFile, text);
+}
+
 std::u16string CMusicPlayerDlg::FieldText(int id) const {
     wchar_t text[MAX_PATH + 1] = {};
     const UINT length = ::GetDlgItemTextW(m_hWnd, id, text, MAX_PATH + 1);
@@ -307,12 +312,13 @@ void CMusicPlayerDlg::ChooseAndPlay() {
 void CMusicPlayerDlg::PlayMusicFile(const std::u16string& entry) {
     const ResolvedMusicPath resolved = Resolve(entry);
     if (!resolved.exists) {
-        SetField(kPlayingFile, Formatted(music_texts::kFileNotFound, entry));
+        ShowPlayingReport(Formatted(music_texts::kFileNotFound, entry));
         EnableFileVolume(false);
         return;
     }
     if (resolved.path == playingPath_) return;  // goes on playing
     playingPath_ = resolved.path;
+    fieldFile_ = playingPath_;
     SetField(kPlayingFile, playingPath_);
     const int volume = volumes_.VolumeOf(playingPath_);
     player_->Close();
@@ -321,7 +327,7 @@ void CMusicPlayerDlg::PlayMusicFile(const std::u16string& entry) {
     const bool playing = player_->Play();
     EnableFileVolume(playing);
     if (!playing) {
-        SetField(kPlayingFile, Formatted(music_texts::kFileNotFound, playingPath_));
+        ShowPlayingReport(Formatted(music_texts::kFileNotFound, playingPath_));
         return;
     }
     std::u16string status;
@@ -342,9 +348,9 @@ void CMusicPlayerDlg::ApplyVolumes(int master, int volume) {
     master = VolumeTable::Clamp(master);
     volume = VolumeTable::Clamp(volume);
     masterVolume_ = master;
-    // The volume belongs to the file the field names; a report in the field names none.
+    // The volume belongs to the file the field names, playing or stopped; a report names none.
     const std::u16string key = FieldText(kPlayingFile);
-    if (!key.empty() && key == playingPath_) volumes_.Set(key, volume);
+    if (!key.empty() && key == fieldFile_) volumes_.Set(key, volume);
     if (player_) player_->SetVolume(static_cast<float>(master * volume) / 10000.0f);
 }
 
