@@ -116,9 +116,8 @@ void LogRuleSet::Load(const KcsvFile& table) {
 
     masterVolume_ = Schema().OptionNumber(table, names::kMasterVolume);
     remoteTalk_ = Schema().OptionNumber(table, names::kEnableRemoteTalk) != 0;
-    const std::u16string bkcolor = table.OptionValue(names::kBkColor);
     background_ = Schema().OptionColour(table, names::kBkColor);
-    noticeColour_ = NoticeColourOn(ParseColour(bkcolor, 0));
+    noticeColour_ = NoticeColourOn(background_);
     font_ = FontFrom(table);
 }
 

@@ -91,9 +91,9 @@ public:
     int MasterVolume() const { return masterVolume_; }
     // The EnableRemoteTalk switch alone; speech also needs the speech program to exist.
     bool RemoteTalkRequested() const { return remoteTalk_; }
-    // bkcolor, or kNoColour when missing or not a colour.
+    // bkcolor, or black when it is missing or not a colour: the views always get a real colour.
     Colour Background() const { return background_; }
-    // The colour of notices: chosen against bkcolor, black when that is missing.
+    // The colour of notices: chosen against the background.
     Colour NoticeColour() const { return noticeColour_; }
     const LogFontDescription& Font() const { return font_; }
     float SoundVolume(const LogRule& rule) const { return LogSoundVolume(masterVolume_, rule.volume); }
@@ -106,7 +106,7 @@ private:
     std::vector<std::optional<RuleRegex>> compiled_;  // one per rule; empty unless it compiled
     int masterVolume_ = 100;
     bool remoteTalk_ = false;
-    Colour background_ = kNoColour;
+    Colour background_ = 0;
     Colour noticeColour_ = 0xFFFFFFu;
     LogFontDescription font_;
 };

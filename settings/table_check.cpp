@@ -192,8 +192,10 @@ private:
     }
 
     void ColourProblem(std::u16string_view value) {
-        if (value.empty() || AsciiLower(value) == u"nothing" || ParseColour(value, kNoColour) != kNoColour) return;
-        const std::string found = Say(text::kNotAColour, {label_, Quoted(value)});
+        if (ParseColour(value, kNoColour) != kNoColour) return;
+        const bool noColour = value.empty() || AsciiLower(value) == u"nothing";
+        if (noColour && spec_.fallbackColour == kNoColour) return;
+        const std::string found = Say(noColour ? text::kNoColourNotTaken : text::kNotAColour, {label_, Quoted(value)});
         if (spec_.fallbackColour == kNoColour) {
             problems_.push_back(Then(found, Say(text::kCountsAsNoColour, {})));
         } else {
@@ -418,6 +420,11 @@ private:
             } else if (added) {
                 Report(line, Unknown(text::kUnknownOption, name, NearestOption(schema, name)));
             }
+        }
+        for (const OptionSpec& option : schema.options) {
+            if (*option.whenMissing.en == u'\0' || table_.OptionIndex(option.name) >= 0) continue;
+            Report(where_.formatLine, Say(text::kThen, {Say(text::kMissingOption, {Utf16ToUtf8(option.name)}),
+                                                        Utf16ToUtf8(option.whenMissing.Get(language_))}));
         }
     }
 

@@ -163,7 +163,9 @@ TEST(LogRulesTest, NoticesTakeTheColourThatShowsOnTheBackground) {
     EXPECT_EQ(NoticeColourOn(MakeColour(255, 51, 187)), 0u);         // exactly 127500
     EXPECT_EQ(NoticeColourOn(MakeColour(255, 51, 186)), 0xFFFFFFu);  // 127386
     EXPECT_EQ(Load(u"", u"").NoticeColour(), 0xFFFFFFu);             // no bkcolor: as on black
-    EXPECT_EQ(Load(u"bkcolor:nonsense", u"").Background(), kNoColour);
+    // Missing, empty or not a colour: the views are black, never given "no colour".
+    for (const char16_t* options : {u"", u"bkcolor:nonsense", u"bkcolor:Nothing"})
+        EXPECT_EQ(Load(options, u"").Background(), 0u) << std::u16string(options).size();
     EXPECT_EQ(Load(u"bkcolor:#ffffff", u"").NoticeColour(), 0u);
     EXPECT_EQ(Load(u"bkcolor:#ffffff", u"").Background(), 0xFFFFFFu);
 }
