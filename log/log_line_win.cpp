@@ -98,9 +98,11 @@ void CLogExtenderDlg::ProcessLogLine(const COPYDATASTRUCT* data) {
     ++lineDepth_;
     ++linesInRun_;
     HandleLine(data);
-    // The outermost line takes in the lines the game sends while it is handled, then all of them
-    // go into the views together.
-    if (lineDepth_ == 1) {
+    // A line that arrives while waiting lines are taken in goes into the views with them. Any other
+    // line takes in the lines the game sends meanwhile, then all of them go into the views together.
+    // That includes a line let in by a message box that the handling of an earlier line keeps open
+    // (a reload's warning): the earlier line is not done, but the views must not wait for the box.
+    if (!takingLines_) {
         TakeWaitingLines();
         FlushPendingLines();
     }
@@ -111,9 +113,12 @@ void CLogExtenderDlg::HandleLine(const COPYDATASTRUCT* data) {
     // Whatever goes wrong with one line must not end the program.
     try {
         // A reload is finished, its bit cleared, before the game gets its answer.
-        if (game_link::ReloadRequested(frame_, game_link::kReloadLogRules)) {
+        // The lines a warning box of the reload lets in are shown; they do not reload again.
+        if (!reloading_ && game_link::ReloadRequested(frame_, game_link::kReloadLogRules)) {
             FlushPendingLines();
+            reloading_ = true;
             LoadLogRules();
+            reloading_ = false;
             WriteNotice(log_texts::kRulesReloaded.Get());
             frame_ = game_link::ClearReloadRequest(game_link::kReloadLogRules);
             return;
@@ -139,6 +144,7 @@ void CLogExtenderDlg::HandleLine(const COPYDATASTRUCT* data) {
         if (rule.color != kNoColour) AppendLine(pages_[1], line, rule.color);
     } catch (const std::exception&) {
         // Out of memory for one line: the line is lost, the log goes on.
+        reloading_ = false;
     }
 }
 
@@ -174,6 +180,7 @@ void CLogExtenderDlg::TakeWaitingLines() {
     HHOOK hook = ::SetWindowsHookExW(WH_CALLWNDPROC, &CLogExtenderDlg::FlushBeforeOtherMessages, nullptr,
                                      ::GetCurrentThreadId());
     if (!hook) return;
+    takingLines_ = true;
     g_takingLines = this;
     g_takingWindow = m_hWnd;
     const DWORD start = ::GetTickCount();
@@ -184,6 +191,7 @@ void CLogExtenderDlg::TakeWaitingLines() {
         ::PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
     g_takingLines = nullptr;
     g_takingWindow = nullptr;
+    takingLines_ = false;
     ::UnhookWindowsHookEx(hook);
 }
 

@@ -108,26 +108,29 @@ void LogRuleSet::Load(const KcsvFile& table) {
     const RuleColumns columns(table);
     rules_.clear();
     compiled_.clear();
+    expressionCount_ = 0;
     for (unsigned row = 0; row < table.RowCount(); ++row) {
         rules_.push_back(RuleFromRow(table, row, columns));
         const LogRule& rule = rules_.back();
         compiled_.push_back(rule.regex ? RuleRegex::Compile(rule.keyword) : std::nullopt);
+        if (compiled_.back()) ++expressionCount_;
     }
+    expressionShare_ = expressionCount_ == 0 ? 0 : kLineStepBudget / 2 / expressionCount_;
 
     masterVolume_ = Schema().OptionNumber(table, names::kMasterVolume);
     remoteTalk_ = Schema().OptionNumber(table, names::kEnableRemoteTalk) != 0;
-    const std::u16string bkcolor = table.OptionValue(names::kBkColor);
     background_ = Schema().OptionColour(table, names::kBkColor);
-    noticeColour_ = NoticeColourOn(ParseColour(bkcolor, 0));
+    noticeColour_ = NoticeColourOn(background_);
     font_ = FontFrom(table);
 }
 
 LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text) const {
     std::size_t stepsLeft = RuleRegex::kStepBudget;
-    return Test(index, text, stepsLeft);
+    return Test(index, text, stepsLeft, 0);
 }
 
-LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text, std::size_t& stepsLeft) const {
+LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text, std::size_t& stepsLeft,
+                                     std::size_t heldBack) const {
     const LogRule& rule = rules_[index];
     if (!rule.regex) {
         const bool match = rule.exact ? text == rule.keyword : text.find(rule.keyword) != std::u16string_view::npos;
@@ -135,8 +138,9 @@ LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text
     }
     const std::optional<RuleRegex>& re = compiled_[index];
     if (!re) return Outcome::BadExpression;
-    if (stepsLeft == 0) return Outcome::TooComplex;
-    const std::size_t budget = stepsLeft < RuleRegex::kStepBudget ? stepsLeft : RuleRegex::kStepBudget;
+    const std::size_t available = stepsLeft > heldBack ? stepsLeft - heldBack : 0;
+    if (available == 0) return Outcome::TooComplex;
+    const std::size_t budget = available < RuleRegex::kStepBudget ? available : RuleRegex::kStepBudget;
     std::size_t spent = 0;
     const RuleRegex::Result result =
         rule.exact ? re->FullMatch(text, nullptr, budget, &spent) : re->Search(text, nullptr, budget, &spent);
@@ -149,12 +153,16 @@ LogRuleSet::Outcome LogRuleSet::Test(std::size_t index, std::u16string_view text
     return Outcome::NoMatch;
 }
 
-std::optional<std::size_t> LogRuleSet::FirstMatch(std::u16string_view text) const {
+std::optional<std::size_t> LogRuleSet::FirstMatch(std::u16string_view text, std::size_t* spent) const {
     std::size_t stepsLeft = kLineStepBudget;
-    for (std::size_t i = 0; i < rules_.size(); ++i) {
-        if (Test(i, text, stepsLeft) == Outcome::Match) return i;
+    std::size_t expressionsAfter = expressionCount_;
+    std::optional<std::size_t> match;
+    for (std::size_t i = 0; i < rules_.size() && !match; ++i) {
+        if (compiled_[i]) --expressionsAfter;
+        if (Test(i, text, stepsLeft, expressionsAfter * expressionShare_) == Outcome::Match) match = i;
     }
-    return std::nullopt;
+    if (spent) *spent = kLineStepBudget - stepsLeft;
+    return match;
 }
 
 }  // namespace vrl

@@ -76,13 +76,15 @@ public:
 
     const std::vector<LogRule>& Rules() const { return rules_; }
     // Steps all the rules' expressions together may take on one line (some 20 to 50 ms), so
-    // the game is not kept waiting however the table is written.
+    // the game is not kept waiting however the table is written. Half of it is held back in equal
+    // shares for the expressions not yet tried, so that one costly rule cannot leave a cheap one
+    // such as ^You further down without a single step.
     static constexpr std::size_t kLineStepBudget = RuleRegex::kStepBudget * 3 / 2;
 
-    // The first rule that takes the text, if any. An expression too costly to match on this text
-    // counts as not matching and the next rule is tried; once the line's steps are spent, the
-    // remaining expressions count as not matching, while plain keywords are still compared.
-    std::optional<std::size_t> FirstMatch(std::u16string_view text) const;
+    // The first rule that takes the text, if any. An expression too costly to match within what it
+    // may spend counts as not matching and the next rule is tried; plain keywords cost no steps.
+    // With `spent`, stores the steps all the expressions took together.
+    std::optional<std::size_t> FirstMatch(std::u16string_view text, std::size_t* spent = nullptr) const;
     bool Matches(std::size_t rule, std::u16string_view text) const { return Test(rule, text) == Outcome::Match; }
     // Why a rule does or does not take the text.
     enum class Outcome { Match, NoMatch, BadExpression, TooComplex };
@@ -91,22 +93,24 @@ public:
     int MasterVolume() const { return masterVolume_; }
     // The EnableRemoteTalk switch alone; speech also needs the speech program to exist.
     bool RemoteTalkRequested() const { return remoteTalk_; }
-    // bkcolor, or kNoColour when missing or not a colour.
+    // bkcolor, or black when it is missing or not a colour: the views always get a real colour.
     Colour Background() const { return background_; }
-    // The colour of notices: chosen against bkcolor, black when that is missing.
+    // The colour of notices: chosen against the background.
     Colour NoticeColour() const { return noticeColour_; }
     const LogFontDescription& Font() const { return font_; }
     float SoundVolume(const LogRule& rule) const { return LogSoundVolume(masterVolume_, rule.volume); }
 
 private:
-    // The same, taking its steps from what the line has left.
-    Outcome Test(std::size_t rule, std::u16string_view text, std::size_t& stepsLeft) const;
+    // The same, taking its steps from what the line has left, less what is held back for later rules.
+    Outcome Test(std::size_t rule, std::u16string_view text, std::size_t& stepsLeft, std::size_t heldBack) const;
 
     std::vector<LogRule> rules_;
     std::vector<std::optional<RuleRegex>> compiled_;  // one per rule; empty unless it compiled
+    std::size_t expressionCount_ = 0;                 // rules whose expression compiled
+    std::size_t expressionShare_ = 0;                 // steps each of them is sure to get on a line
     int masterVolume_ = 100;
     bool remoteTalk_ = false;
-    Colour background_ = kNoColour;
+    Colour background_ = 0;
     Colour noticeColour_ = 0xFFFFFFu;
     LogFontDescription font_;
 };

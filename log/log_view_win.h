@@ -18,7 +18,7 @@ namespace log_view {
 void Append(HWND view, const std::u16string& text, Colour colour);
 // Focuses the view and replaces all of its text with nothing.
 void Clear(HWND view);
-// Read-only, no automatic URL detection, the given background (kNoColour is passed on as it is).
+// Read-only, no automatic URL detection, the given background.
 void Prepare(HWND view, Colour background);
 // A rich edit takes 32,767 characters unless told otherwise (Wine raises the limit by itself, so
 // nothing under Wine shows it); a log grows until the player clears it.

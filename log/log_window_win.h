@@ -131,6 +131,8 @@ private:
     std::vector<PendingRun> pending_[2];
     int lineDepth_ = 0;     // nesting of ProcessLogLine
     int linesInRun_ = 0;
+    bool takingLines_ = false;  // in TakeWaitingLines
+    bool reloading_ = false;    // in the reload of the rules (its warning box may be up)
     bool flushing_ = false;
 };
 

@@ -112,7 +112,7 @@ bool CBassPlayer::SetSoundFont(const std::u16string& path) {
     if (ExtensionOf(path) == u".dll") {
         // Always a change of source: a host that cannot start only drops the commands later.
         vstBits_ = ReadVstBits(Wstr(path), vstBits_);
-        StartVstHost(vstBits_, path, playingFileWindow_, statusWindow_);
+        vstHost_.Start(vstBits_, path, playingFileWindow_, statusWindow_);
         return true;
     }
     const BassHandle previous = soundFont_;
@@ -126,8 +126,6 @@ bool CBassPlayer::SetSoundFont(const std::u16string& path) {
     return changed;
 }
 
-LRESULT CBassPlayer::SendVstHostCommand(int command, const std::u16string& text) {
-    return vrl::SendVstHostCommand(command, text);
-}
+LRESULT CBassPlayer::SendVstHostCommand(int command, const std::u16string& text) { return vstHost_.Send(command, text); }
 
 }  // namespace vrl

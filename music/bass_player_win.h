@@ -8,6 +8,7 @@
 
 #include "music/bass_api_win.h"
 #include "music/midi_player_win.h"
+#include "music/vst_host_win.h"
 
 namespace vrl {
 
@@ -56,6 +57,7 @@ private:
     DWORD loopEnd_ = 0;
     int vstBits_ = 0;
     bool vstMode_ = false;
+    VstHostLink vstHost_;
 };
 
 }  // namespace vrl

@@ -4,15 +4,9 @@
 #include <iterator>
 #include <string>
 
+#include "settings/decimal_text.h"
+
 namespace vrl {
-namespace {
-
-std::u16string Utf16Number(unsigned long long n) {
-    const std::string digits = std::to_string(n);
-    return std::u16string(digits.begin(), digits.end());
-}
-
-}  // namespace
 
 std::uint32_t PeHeaderOffset(const unsigned char (&dosHeader)[kDosHeaderBytes]) {
     return static_cast<std::uint32_t>(dosHeader[60]) | static_cast<std::uint32_t>(dosHeader[61]) << 8 |
@@ -35,13 +29,13 @@ bool VstCommandFits(std::size_t characters) { return characters < kVstCommandCha
 std::u16string VstHostFolder(const std::u16string& currentFolder, int bits) {
     std::u16string folder = currentFolder;
     if (!folder.empty() && folder.back() == u'\\') folder.pop_back();
-    return folder + u"\\vst" + Utf16Number(static_cast<unsigned>(bits));
+    return folder + u"\\vst" + DecimalText(bits);
 }
 
 std::u16string VstHostCommandLine(const std::u16string& folder, int bits, std::uint32_t processId,
                                   std::uint32_t playingFileWindow, std::uint32_t statusWindow) {
-    return folder + u"\\VrlVstHost" + Utf16Number(static_cast<unsigned>(bits)) + u".exe v=3 pid=" + Utf16Number(processId) +
-           u" hwndpf=" + Utf16Number(playingFileWindow) + u" hwndee=" + Utf16Number(statusWindow);
+    return folder + u"\\VrlVstHost" + DecimalText(bits) + u".exe v=3 pid=" + DecimalText(processId) +
+           u" hwndpf=" + DecimalText(playingFileWindow) + u" hwndee=" + DecimalText(statusWindow);
 }
 
 int SmfMasterVolume(float volume) {

@@ -9,6 +9,7 @@
 #include "app/app_state_win.h"
 #include "app/game_link_win.h"
 #include "music/music_texts.h"
+#include "settings/decimal_text.h"
 #include "settings/table_schema.h"
 #include "ui/layout_win.h"
 #include "ui/panel_style.h"
@@ -81,11 +82,6 @@ void BuildTemplate(DialogTemplate& t) {
     // Titled by its own name alone, without the program's.
     t.Create(music_texts::kTitle.Get(), kWindowBox, kWindowStyle, 0, PanelFont());
     for (const Control& c : kControls) t.AddControl(c.cls, c.id, c.box, c.style, 0, c.text->Get());
-}
-
-std::u16string Number(long long n) {
-    const std::string digits = std::to_string(n);
-    return std::u16string(digits.begin(), digits.end());
 }
 
 std::u16string Formatted(const LangText& format, const std::u16string& value) {
@@ -234,6 +230,11 @@ ResolvedMusicPath CMusicPlayerDlg::Resolve(const std::u16string& entry) const {
 
 void CMusicPlayerDlg::SetField(int id, const std::u16string& text) const { ::SetDlgItemTextW(m_hWnd, id, W(text)); }
 
+void CMusicPlayerDlg::ShowPlayingReport(const std::u16string& text) {
+    fieldFile_.clear();
+    SetField(kPlayingFile, text);
+}
+
 std::u16string CMusicPlayerDlg::FieldText(int id) const {
     wchar_t text[MAX_PATH + 1] = {};
     const UINT length = ::GetDlgItemTextW(m_hWnd, id, text, MAX_PATH + 1);
@@ -264,7 +265,7 @@ void CMusicPlayerDlg::HandleMusicRequest(ULONG_PTR code, const void* data, std::
     playCount_ = request.playCount;
     const CandidateSearch search = FindCandidates(rules_, request);
     SetField(kOriginalFile, search.requestName);
-    SetField(kMapObjIdValue, Number(request.mapObjectId));
+    SetField(kMapObjIdValue, DecimalText(request.mapObjectId));
     SetField(kDateTime, MusicDateTimeText(request, LanguageIndex()));
     ::SendMessageW(Item(kCandidateList), LVM_DELETEALLITEMS, 0, 0);
     if (search.keepPlaying) return;
@@ -276,7 +277,7 @@ void CMusicPlayerDlg::AddCandidates(const std::vector<std::u16string>& entries) 
     HWND list = Item(kCandidateList);
     int row = static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     for (const std::u16string& entry : entries) {
-        const std::u16string volume = Number(volumes_.VolumeOf(Resolve(entry).path));
+        const std::u16string volume = DecimalText(volumes_.VolumeOf(Resolve(entry).path));
         std::wstring file = Wstr(entry);
         std::wstring volumeText = Wstr(volume);
         LVITEMW item{};
@@ -298,7 +299,7 @@ void CMusicPlayerDlg::ChooseAndPlay() {
     const auto count = static_cast<std::uint32_t>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     if (count == 0) return;
     const std::uint32_t index = DrawCandidateIndex(generator_, count);
-    SetField(kRandValue, Number(index));
+    SetField(kRandValue, DecimalText(index));
     wchar_t entry[kMusicPathChars] = {};
     LVITEMW item{};
     item.iSubItem = 0;
@@ -311,12 +312,13 @@ void CMusicPlayerDlg::ChooseAndPlay() {
 void CMusicPlayerDlg::PlayMusicFile(const std::u16string& entry) {
     const ResolvedMusicPath resolved = Resolve(entry);
     if (!resolved.exists) {
-        SetField(kPlayingFile, Formatted(music_texts::kFileNotFound, entry));
+        ShowPlayingReport(Formatted(music_texts::kFileNotFound, entry));
         EnableFileVolume(false);
         return;
     }
     if (resolved.path == playingPath_) return;  // goes on playing
     playingPath_ = resolved.path;
+    fieldFile_ = playingPath_;
     SetField(kPlayingFile, playingPath_);
     const int volume = volumes_.VolumeOf(playingPath_);
     player_->Close();
@@ -325,7 +327,7 @@ void CMusicPlayerDlg::PlayMusicFile(const std::u16string& entry) {
     const bool playing = player_->Play();
     EnableFileVolume(playing);
     if (!playing) {
-        SetField(kPlayingFile, Formatted(music_texts::kFileNotFound, playingPath_));
+        ShowPlayingReport(Formatted(music_texts::kFileNotFound, playingPath_));
         return;
     }
     std::u16string status;
@@ -337,8 +339,8 @@ void CMusicPlayerDlg::PlayMusicFile(const std::u16string& entry) {
 void CMusicPlayerDlg::SetVolumes(int master, int volume) {
     ::SendMessageW(Item(kMasterVolume), TBM_SETPOS, TRUE, master);
     ::SendMessageW(Item(kFileVolume), TBM_SETPOS, TRUE, volume);
-    SetField(kMasterVolumeValue, Number(master));
-    SetField(kFileVolumeValue, Number(volume));
+    SetField(kMasterVolumeValue, DecimalText(master));
+    SetField(kFileVolumeValue, DecimalText(volume));
     ApplyVolumes(master, volume);
 }
 
@@ -346,17 +348,17 @@ void CMusicPlayerDlg::ApplyVolumes(int master, int volume) {
     master = VolumeTable::Clamp(master);
     volume = VolumeTable::Clamp(volume);
     masterVolume_ = master;
-    // The volume belongs to the file the field names; a report in the field names none.
+    // The volume belongs to the file the field names, playing or stopped; a report names none.
     const std::u16string key = FieldText(kPlayingFile);
-    if (!key.empty() && key == playingPath_) volumes_.Set(key, volume);
+    if (!key.empty() && key == fieldFile_) volumes_.Set(key, volume);
     if (player_) player_->SetVolume(static_cast<float>(master * volume) / 10000.0f);
 }
 
 void CMusicPlayerDlg::OnVolumeScroll(WORD code) {
     const int master = VolumeTable::Clamp(static_cast<int>(::SendMessageW(Item(kMasterVolume), TBM_GETPOS, 0, 0)));
     const int volume = VolumeTable::Clamp(static_cast<int>(::SendMessageW(Item(kFileVolume), TBM_GETPOS, 0, 0)));
-    SetField(kMasterVolumeValue, Number(master));
-    SetField(kFileVolumeValue, Number(volume));
+    SetField(kMasterVolumeValue, DecimalText(master));
+    SetField(kFileVolumeValue, DecimalText(volume));
     if (code == TB_ENDTRACK) ApplyVolumes(master, volume);
 }
 

@@ -63,6 +63,8 @@ private:
     void PlayMusicFile(const std::u16string& entry);
     ResolvedMusicPath Resolve(const std::u16string& entry) const;
     void SetField(int id, const std::u16string& text) const;
+    // A report in the "Playing File:" field, which then names no file.
+    void ShowPlayingReport(const std::u16string& text);
     std::u16string FieldText(int id) const;
     void EnableFileVolume(bool enable) const;
 
@@ -77,6 +79,7 @@ private:
     std::u16string soundFontPath_;
     std::mt19937 generator_;
     std::u16string playingPath_;
+    std::u16string fieldFile_;  // the file the "Playing File:" field names; empty while it shows a report
     int playCount_ = 0;
     DWORD playStartMs_ = 0;
     GameFolders folders_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "settings/decimal_text.h"
 #include "settings/kcsv.h"
 #include "settings/table_schema.h"
 
@@ -35,12 +36,7 @@ std::u16string Wrapped(std::u16string_view cell) {
     return s;
 }
 
-std::u16string NumberText(long long n) {
-    std::string digits = std::to_string(n);
-    return std::u16string(digits.begin(), digits.end());
-}
-
-std::u16string NumberKey(int n) { return Wrapped(NumberText(n)); }
+std::u16string NumberKey(int n) { return Wrapped(DecimalText(n)); }
 
 bool IsWildcard(const std::u16string& pattern) { return pattern == u"/*/" || pattern == u"//"; }
 
@@ -80,7 +76,7 @@ bool Matches(const MusicRule& rule, const Keys& keys, int hour) {
 // Both passes for one name; true when a rule matched.
 bool RunPasses(const std::vector<MusicRule>& rules, const std::u16string& name, const MusicRequest& request,
                bool variant, CandidateSearch* search) {
-    Keys keys{Wrapped(name + u':' + NumberText(request.mapObjectId)), NumberKey(request.month),
+    Keys keys{Wrapped(name + u':' + DecimalText(request.mapObjectId)), NumberKey(request.month),
               NumberKey(request.day), NumberKey(request.hour)};
     for (int pass = 1; pass <= 2; ++pass) {
         if (pass == 2) keys.orgfile = Wrapped(name);
@@ -159,7 +155,7 @@ int TimeOfDayPeriodOf(std::u16string_view name) {
 }
 
 std::u16string MusicDateTimeText(const MusicRequest& request, int language) {
-    return NumberText(request.month) + u'/' + NumberText(request.day) + u' ' + NumberText(request.hour) +
+    return DecimalText(request.month) + u'/' + DecimalText(request.day) + u' ' + DecimalText(request.hour) +
            kHourMark.Get(language) + u" [" + TimeOfDayName(request.hour).Get(language) + u']';
 }
 

@@ -16,9 +16,4 @@ class KcsvFile;
 std::string MusicTryReport(const KcsvFile& rules, const KcsvFile& volumes, const MusicRequest& request,
                            const GameFolders& folders, const FileExists& exists, int language = 0);
 
-// vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ: reads the rule table, and Volume.kcsv beside
-// it, and writes the report in `language` (0 English, 1 Japanese) to *out (errors to *err); the
-// process exit code.
-int RunMusicTry(const std::vector<std::u16string>& args, int language, std::string* out, std::string* err);
-
 }  // namespace vrl

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "settings/decimal_text.h"
 #include "settings/kcsv.h"
 #include "settings/table_schema.h"
 
@@ -13,11 +14,6 @@ constexpr std::u16string_view kVolumeColumn = tables::volume::kVolume;
 constexpr std::u16string_view kMasterOption = tables::volume::kMasterVolume;
 
 const TableSchema& Schema() { return SchemaOf(tables::volume::kFile); }
-
-std::u16string NumberText(int n) {
-    const std::string digits = std::to_string(n);
-    return std::u16string(digits.begin(), digits.end());
-}
 
 }  // namespace
 
@@ -45,11 +41,11 @@ void VolumeTable::WriteTo(KcsvFile& table, int masterVolume) const {
     const auto file = static_cast<unsigned>(table.ColumnIndex(kFileColumn));
     const auto volume = static_cast<unsigned>(table.ColumnIndex(kVolumeColumn));
     table.ClearRows();
-    table.SetOption(kMasterOption, NumberText(masterVolume));
+    table.SetOption(kMasterOption, DecimalText(masterVolume));
     for (unsigned row = 0; row < order_.size(); ++row) {
         table.InsertRow(row);
         table.SetCell(row, file, order_[row]);
-        table.SetCell(row, volume, NumberText(volumes_.at(order_[row])));
+        table.SetCell(row, volume, DecimalText(volumes_.at(order_[row])));
     }
 }
 

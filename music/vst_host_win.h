@@ -19,19 +19,31 @@ enum VstHostCommand : int {
     kVstQuit = 7,
 };
 
-// How long one command waits for a host that does not answer before it is given up.
-inline constexpr UINT kVstHostAnswerMs = 3000;
+// How long one command waits for a host that lives but does not answer. Loading an instrument
+// can keep a host from its messages for many seconds; a host silent for this long is taken for
+// hung and passed over from then on.
+inline constexpr UINT kVstHostAnswerMs = 20000;
+// How long a new host is given to create its window while its process lives.
+inline constexpr DWORD kVstHostStartMs = 5000;
 
 // 32 or 64 from the instrument file's program header, 0 for another machine, `previous` when the
 // file cannot be read or is not a program.
 int ReadVstBits(const std::wstring& path, int previous);
 
-// Sends one command to the running host (the 32-bit one first); 0 when no host window exists,
-// when the text does not fit the host's 1023 characters, or when the host did not answer.
-LRESULT SendVstHostCommand(int command, const std::u16string& text);
+// The running host, found by its window class (the 32-bit one first), and the commands to it.
+class VstHostLink {
+public:
+    // Sends one command; 0 when no host window exists, when the text does not fit the host's 1023
+    // characters, or when the host did not answer. Paths (the instrument, the MIDI file) are sent
+    // in full: the host runs in its own folder.
+    LRESULT Send(int command, const std::u16string& text);
 
-// Ends a running host, starts the host of `bits` from its subfolder of the current folder with the
-// two windows it reports to, gives it a second to create its window and loads the instrument.
-void StartVstHost(int bits, const std::u16string& instrument, HWND playingFile, HWND status);
+    // Ends a running host, starts the host of `bits` from its subfolder of the current folder with
+    // the two windows it reports to, waits for its window and loads the instrument.
+    void Start(int bits, const std::u16string& instrument, HWND playingFile, HWND status);
+
+private:
+    HWND silent_ = nullptr;  // a host that did not answer within kVstHostAnswerMs
+};
 
 }  // namespace vrl

@@ -1,5 +1,6 @@
 #include "panels/enchant_table.h"
 
+#include "settings/decimal_text.h"
 #include "settings/kcsv.h"
 
 #include <string>
@@ -23,8 +24,7 @@ EnchantTextMap* TableOfKind(std::u16string_view type, EnchantTables& tables) {
 }
 
 std::u16string InvokeOptionName(int index) {
-    const std::string digits = std::to_string(index);
-    return std::u16string(enchant_columns::kInvokePrefix) + std::u16string(digits.begin(), digits.end());
+    return std::u16string(enchant_columns::kInvokePrefix) + DecimalText(index);
 }
 
 }  // namespace

@@ -1,19 +1,12 @@
 #include "panels/equip_set.h"
 
+#include "settings/decimal_text.h"
+
 namespace vrl::equip_set {
 namespace {
 
-std::u16string Decimal(int value) {
-    std::u16string digits;
-    do {
-        digits.insert(digits.begin(), static_cast<char16_t>(u'0' + value % 10));
-        value /= 10;
-    } while (value > 0);
-    return digits;
-}
-
 std::u16string Padded(int value, int width, char16_t pad) {
-    std::u16string digits = Decimal(value);
+    std::u16string digits = DecimalText(value);
     if (static_cast<int>(digits.size()) < width) digits.insert(0, static_cast<size_t>(width) - digits.size(), pad);
     return digits;
 }
@@ -44,7 +37,7 @@ std::u16string DefaultName(int index, int language) {
 }
 
 std::u16string ListEntry(int index, std::u16string_view name) {
-    std::u16string entry = Decimal((index + 1) % 10) + u":";
+    std::u16string entry = DecimalText((index + 1) % 10) + u":";
     entry.append(name);
     return entry;
 }

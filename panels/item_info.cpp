@@ -1,5 +1,7 @@
 #include "panels/item_info.h"
 
+#include "settings/decimal_text.h"
+
 namespace vrl {
 namespace {
 
@@ -8,11 +10,6 @@ constexpr std::int32_t kInvokeBase = 80000;
 constexpr std::int32_t kBulletBase = 90000;
 // Bases whose category text comes from the "category" table; any other base has none.
 constexpr std::int32_t kNamedBases[] = {10000, 20000, 30000, 60000, 70000, kInvokeBase, kBulletBase};
-
-std::u16string Decimal(std::int64_t value) {
-    const std::string digits = std::to_string(value);
-    return std::u16string(digits.begin(), digits.end());
-}
 
 bool HasNamedCategory(std::int32_t base) {
     for (std::int32_t named : kNamedBases) {
@@ -53,7 +50,7 @@ std::vector<ItemRow> BuildItemRows(const ItemInfoRecord& record, const EnchantTa
     }
     for (const ItemEnchantment& slot : record.enchantments) {
         if (slot.id == 0) continue;
-        rows.push_back({Decimal(slot.id), EnchantmentEffectText(slot.id, tables), u"(" + Decimal(slot.value) + u")"});
+        rows.push_back({DecimalText(slot.id), EnchantmentEffectText(slot.id, tables), u"(" + DecimalText(slot.value) + u")"});
     }
     return rows;
 }

@@ -8,6 +8,7 @@
 #include "app/game_link_win.h"
 #include "panels/item_info.h"
 #include "panels/item_record.h"
+#include "settings/decimal_text.h"
 #include "ui/layout_win.h"
 #include "ui/panel_style.h"
 #include "ui/panel_win.h"
@@ -117,8 +118,8 @@ void CItemInfoDlg::OnItemData(const COPYDATASTRUCT* data) {
 
 void CItemInfoDlg::ShowItem(const ItemInfoRecord& record) {
     ::SetDlgItemTextW(m_hWnd, kNameId, W(record.name));
-    ::SetDlgItemTextW(m_hWnd, kChipId, std::to_wstring(record.chipId).c_str());
-    ::SetDlgItemTextW(m_hWnd, kItemId, std::to_wstring(record.itemId).c_str());
+    ::SetDlgItemTextW(m_hWnd, kChipId, W(DecimalText(record.chipId)));
+    ::SetDlgItemTextW(m_hWnd, kItemId, W(DecimalText(record.itemId)));
 
     ::SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
     ::SendMessageW(list_, LVM_DELETEALLITEMS, 0, 0);

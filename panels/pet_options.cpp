@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "settings/decimal_text.h"
 #include "settings/table_schema.h"
 
 namespace vrl {
@@ -10,11 +11,6 @@ namespace {
 namespace names = tables::petinfo;
 
 const TableSchema& Schema() { return SchemaOf(names::kFile); }
-
-std::u16string Decimal(int value) {
-    const std::string digits = std::to_string(value);
-    return std::u16string(digits.begin(), digits.end());
-}
 
 }  // namespace
 
@@ -42,8 +38,8 @@ void PetListLook::Write(KcsvFile& table) const {
     table.SetOption(names::kTextColour, FormatColour(text));
     table.SetOption(names::kBackColour, FormatColour(background));
     for (std::size_t i = 0; i < bars.size(); ++i) {
-        table.SetOption(names::kBarEnabled[i], Decimal(bars[i].drawn ? 1 : 0));
-        table.SetOption(names::kBarRatio[i], Decimal(bars[i].ratio));
+        table.SetOption(names::kBarEnabled[i], DecimalText(bars[i].drawn ? 1 : 0));
+        table.SetOption(names::kBarRatio[i], DecimalText(bars[i].ratio));
     }
     for (std::size_t i = 0; i < bars.size(); ++i) {
         table.SetOption(names::kBarColour[i], FormatColour(bars[i].bar));
@@ -69,9 +65,9 @@ PetPanelOptions PetPanelOptions::Read(const KcsvFile& table) {
 }
 
 void PetPanelOptions::Write(KcsvFile& table) const {
-    table.SetOption(names::kAutoAdjustColumn, Decimal(autoAdjust ? 1 : 0));
-    table.SetOption(names::kFilterIndex, Decimal(filterIndex));
-    for (std::size_t i = 0; i < widths.size(); ++i) table.SetOption(names::kColumnWidth[i], Decimal(widths[i]));
+    table.SetOption(names::kAutoAdjustColumn, DecimalText(autoAdjust ? 1 : 0));
+    table.SetOption(names::kFilterIndex, DecimalText(filterIndex));
+    for (std::size_t i = 0; i < widths.size(); ++i) table.SetOption(names::kColumnWidth[i], DecimalText(widths[i]));
 }
 
 }  // namespace vrl

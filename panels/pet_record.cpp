@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "panels/pet_texts.h"
+#include "settings/decimal_text.h"
 
 namespace vrl {
 namespace {
@@ -18,12 +19,7 @@ void PutInt32(unsigned char* p, std::int32_t value) {
     for (int i = 0; i < 4; ++i) p[i] = static_cast<unsigned char>(static_cast<std::uint32_t>(value) >> (8 * i));
 }
 
-std::u16string Number(std::int64_t value) {
-    const std::string digits = std::to_string(value);
-    return std::u16string(digits.begin(), digits.end());
-}
-
-std::u16string Pair(std::int32_t current, std::int32_t maximum) { return Number(current) + u"/" + Number(maximum); }
+std::u16string Pair(std::int32_t current, std::int32_t maximum) { return DecimalText(current) + u"/" + DecimalText(maximum); }
 
 unsigned Bit(int column) { return 1u << column; }
 
@@ -113,12 +109,12 @@ std::u16string PetCellText(const PetRecord& pet, int column, int language) {
     switch (column) {
     case kPetColumnStatus: {
         const std::u16string text = PetStatusText(pet.status, pet.areaKind).Get(language);
-        return text.empty() ? u"(" + Number(pet.status) + u")" : text;
+        return text.empty() ? u"(" + DecimalText(pet.status) + u")" : text;
     }
     case kPetColumnLevel:
-        return Number(pet.level);
+        return DecimalText(pet.level);
     case kPetColumnNextXp:
-        return Number(static_cast<std::int64_t>(pet.xpNeeded) - pet.xp);
+        return DecimalText(static_cast<std::int64_t>(pet.xpNeeded) - pet.xp);
     case kPetColumnHp:
         return Pair(pet.hp, pet.hpMax);
     case kPetColumnMp:

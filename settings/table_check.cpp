@@ -192,8 +192,10 @@ private:
     }
 
     void ColourProblem(std::u16string_view value) {
-        if (value.empty() || AsciiLower(value) == u"nothing" || ParseColour(value, kNoColour) != kNoColour) return;
-        const std::string found = Say(text::kNotAColour, {label_, Quoted(value)});
+        if (ParseColour(value, kNoColour) != kNoColour) return;
+        const bool noColour = value.empty() || AsciiLower(value) == u"nothing";
+        if (noColour && spec_.fallbackColour == kNoColour) return;
+        const std::string found = Say(noColour ? text::kNoColourNotTaken : text::kNotAColour, {label_, Quoted(value)});
         if (spec_.fallbackColour == kNoColour) {
             problems_.push_back(Then(found, Say(text::kCountsAsNoColour, {})));
         } else {
@@ -419,6 +421,11 @@ private:
                 Report(line, Unknown(text::kUnknownOption, name, NearestOption(schema, name)));
             }
         }
+        for (const OptionSpec& option : schema.options) {
+            if (*option.whenMissing.en == u'\0' || table_.OptionIndex(option.name) >= 0) continue;
+            Report(where_.formatLine, Say(text::kThen, {Say(text::kMissingOption, {Utf16ToUtf8(option.name)}),
+                                                        Utf16ToUtf8(option.whenMissing.Get(language_))}));
+        }
     }
 
     void CheckColumns(const TableSchema& schema) {
@@ -473,35 +480,6 @@ private:
     std::vector<TableProblem> problems_;
 };
 
-std::string JsonString(std::u16string_view text) {
-    std::string out = "\"";
-    for (char c : Utf16ToUtf8(text)) {
-        switch (c) {
-            case '"': out += "\\\""; break;
-            case '\\': out += "\\\\"; break;
-            case '\n': out += "\\n"; break;
-            case '\r': out += "\\r"; break;
-            case '\t': out += "\\t"; break;
-            default:
-                if (static_cast<unsigned char>(c) < 0x20) {
-                    static const char kHex[] = "0123456789abcdef";
-                    out += "\\u00";
-                    out += kHex[(c >> 4) & 0xF];
-                    out += kHex[c & 0xF];
-                } else {
-                    out += c;
-                }
-        }
-    }
-    return out + "\"";
-}
-
-std::string JsonList(const std::vector<std::u16string>& texts) {
-    std::string out = "[";
-    for (std::size_t i = 0; i < texts.size(); ++i) out += (i ? ", " : "") + JsonString(texts[i]);
-    return out + "]";
-}
-
 }  // namespace
 
 std::string QuotedForReport(std::u16string_view text) {
@@ -527,19 +505,6 @@ std::string SayText(int language, const LangText& message, std::initializer_list
 
 std::vector<TableProblem> CheckTableText(std::u16string_view path, std::string_view bytes, int language) {
     return Checker(path, bytes, language).Run();
-}
-
-std::string TableToJson(const KcsvFile& table) {
-    std::string out = "{\n  \"options\": [";
-    for (std::size_t i = 0; i < table.Options().size(); ++i) {
-        const auto& [name, value] = table.Options()[i];
-        out += std::string(i ? "," : "") + "\n    {\"name\": " + JsonString(name) + ", \"value\": " + JsonString(value) + "}";
-    }
-    out += table.Options().empty() ? "],\n" : "\n  ],\n";
-    out += "  \"columns\": " + JsonList(table.Columns()) + ",\n  \"rows\": [";
-    for (std::size_t i = 0; i < table.Rows().size(); ++i) out += std::string(i ? "," : "") + "\n    " + JsonList(table.Rows()[i]);
-    out += table.Rows().empty() ? "]\n}\n" : "\n  ]\n}\n";
-    return out;
 }
 
 }  // namespace vrl

@@ -28,7 +28,4 @@ std::string QuotedForReport(std::u16string_view text);
 // The text of `message` in `language` (UTF-8), with %1, %2, ... replaced by `args`.
 std::string SayText(int language, const LangText& message, std::initializer_list<std::string> args);
 
-// The table as JSON: {"options":[{"name":..,"value":..}],"columns":[..],"rows":[[..]]}, UTF-8.
-std::string TableToJson(const KcsvFile& table);
-
 }  // namespace vrl

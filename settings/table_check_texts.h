@@ -54,6 +54,7 @@ inline constexpr LangText kUnknownColumn = {u"unknown column %1; the program ign
                                             u"知らない列 %1 です。プログラムは無視します"};
 inline constexpr LangText kDidYouMean = {u"%1 (did you mean %2?)", u"%1 (%2 のことですか?)"};
 inline constexpr LangText kMissingColumn = {u"missing column %1", u"列 %1 がありません"};
+inline constexpr LangText kMissingOption = {u"missing option %1", u"オプション %1 がありません"};
 inline constexpr LangText kOptionsOnlyColumns = {u"%1 holds options only; its columns are ignored",
                                                  u"%1 はオプションだけを持つファイルです。列は無視されます"};
 inline constexpr LangText kOptionsOnlyRows = {u"%1 holds options only; its rows are ignored",
@@ -85,6 +86,8 @@ inline constexpr LangText kLooksOff = {u"%1 %2 counts as on (only an empty cell 
 inline constexpr LangText kNotAColour = {u"%1 %2 is not a colour (write # and six hexadecimal digits, like #ff8000)",
                                          u"%1 の %2 は色ではありません (#ff8000 のように # と 16 進数 6 桁で書いてください)"};
 inline constexpr LangText kCountsAsNoColour = {u"it counts as no colour", u"色なしとして扱われます"};
+inline constexpr LangText kNoColourNotTaken = {u"%1 %2 asks for no colour, which this value cannot be",
+                                                u"%1 の %2 は色なしの指定ですが、この値は色なしにできません"};
 inline constexpr LangText kUsesDefaultColour = {u"the program uses the default colour %1",
                                                 u"プログラムは既定の色 %1 を使います"};
 inline constexpr LangText kBadRegex = {u"%1 %2 is not a valid regular expression; this rule never matches",

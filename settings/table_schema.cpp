@@ -88,7 +88,10 @@ TableSchema LogEx() {
     t.options = {
         {logex::kMasterVolume, volume},
         {logex::kEnableRemoteTalk, Int()},
-        {logex::kBkColor, Kind(ValueKind::ColourText)},
+        // Without a colour the views would be given "no colour", which Windows may paint as the
+        // window colour (white) under the white full-log lines; black is what the notices assume.
+        {logex::kBkColor, ColourOr(MakeColour(0, 0, 0)), -1,
+         {u"both log views are black", u"両方のログの背景は黒になります"}},
         {logex::kFontFace, Text(31, u"Meiryo UI")},
         {logex::kFontSize, fontSize},
         {logex::kFontBold, Int()},

@@ -153,6 +153,7 @@ struct OptionSpec {
     std::u16string_view name;  // with `numberedUpTo` >= 0, the prefix of name0 ... nameN
     ValueSpec value;
     int numberedUpTo = -1;
+    LangText whenMissing{u"", u""};  // what the owner does without the option, when worth saying
 };
 
 struct TableSchema {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "settings/decimal_text.h"
 #include "settings/table_schema.h"
 
 namespace vrl::placement {
@@ -15,28 +16,23 @@ namespace names = tables::placement;
 // The file's columns (id, the four sides, showCmd), in file order.
 const TableSchema& Schema() { return SchemaOf(names::kFile); }
 
-std::u16string Number(int value) {
-    const std::string digits = std::to_string(value);
-    return std::u16string(digits.begin(), digits.end());
-}
-
 }  // namespace
 
 KcsvFile ToTable(const SavedLayout& layout) {
     KcsvFile table;
-    table.SetOption(names::kDocked, Number(layout.logDocked));
-    table.SetOption(names::kTabPage, Number(layout.logTabPage));
+    table.SetOption(names::kDocked, DecimalText(layout.logDocked));
+    table.SetOption(names::kTabPage, DecimalText(layout.logTabPage));
     if (layout.windows.empty()) return table;
     for (const ColumnSpec& column : Schema().columns) table.AddColumn(column.name);
     for (const SavedWindow& window : layout.windows) {
         const unsigned row = table.RowCount();
         table.InsertRow(row);
         const std::u16string cells[] = {window.id,
-                                        Number(window.normal.left),
-                                        Number(window.normal.top),
-                                        Number(window.normal.right),
-                                        Number(window.normal.bottom),
-                                        Number(window.showCmd)};
+                                        DecimalText(window.normal.left),
+                                        DecimalText(window.normal.top),
+                                        DecimalText(window.normal.right),
+                                        DecimalText(window.normal.bottom),
+                                        DecimalText(window.showCmd)};
         for (unsigned column = 0; column < 6; ++column) table.SetCell(row, column, cells[column]);
     }
     return table;

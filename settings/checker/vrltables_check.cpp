@@ -1,4 +1,4 @@
-// vrltables check and dump, and the check of the tables in the current folder.
+// vrltables check, and the check of the tables in the current folder.
 
 #include "settings/checker/vrltables.h"
 #include "settings/checker/vrltables_texts.h"
@@ -11,31 +11,6 @@ namespace vrl::vrltables {
 int Usage(const Context& context) {
     Print(stderr, SayText(context.language, text::kUsage, {}));
     return 2;
-}
-
-int Dump(const Args& args, const Context& context) {
-    if (args.size() != 1) return Usage(context);
-    const std::u16string& path = args[0];
-    const std::string name = Utf16ToUtf8(path);
-    std::string bytes;
-    if (!ReadFileBytes(path, bytes)) {
-        Print(stderr, SayText(context.language, text::kCannotRead, {name}));
-        return 1;
-    }
-    if (bytes.empty()) {
-        Print(stderr, SayText(context.language, text::kEmptyFile, {name}));
-        return 1;
-    }
-    KcsvFile table;
-    KcsvSourceLines where;
-    const bool complete = table.ParseLines(TokeniseKcsv(Utf8ToUtf16(bytes)), &where);
-    if (!complete && where.formatLine == 0) {
-        Print(stderr, SayText(context.language, text::kNotKcsv, {name}));
-        return 1;
-    }
-    Print(stdout, TableToJson(table));
-    if (!complete) Print(stderr, SayText(context.language, text::kStopsHere, {name, std::to_string(where.stopLine)}));
-    return 0;
 }
 
 int Check(const Args& paths, const Context& context) {

@@ -35,6 +35,15 @@ inline constexpr LangText kNoProblems = {u"%1: no problems found\n", u"%1: 問�
 inline constexpr LangText kNoTablesHere = {u"no table files of the program in this folder (%1)\n",
                                            u"このフォルダーにプログラムの表ファイルはありません (%1)\n"};
 inline constexpr LangText kCannotTry = {u"%1: try knows these tables: %2\n", u"%1: try で試せる表: %2\n"};
+inline constexpr LangText kTryMusicUsage = {
+    u"usage: vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ\n"
+    u"shows what the music panel does with that request: the rules that match, the candidates,\n"
+    u"where each is looked for and the volume it gets from Volume.kcsv beside the rules.\n",
+    u"使い方: vrltables try BGMEx.kcsv ファイル 月 日 時 マップ\n"
+    u"その要求に音楽パネルが何をするかを表示します: 一致する規則、演奏候補、\n"
+    u"それぞれを探す場所と、規則の隣の Volume.kcsv から決まるボリューム。\n"};
+inline constexpr LangText kNoMusicRules = {u"%1: cannot read the rule table (the panel then has no rules)\n",
+                                           u"%1: 規則の表を読めません (このときパネルには規則がありません)\n"};
 inline constexpr LangText kPressEnter = {u"Press Enter to close.", u"Enter キーを押すと閉じます。"};
 
 }  // namespace vrl::vrltables::text

@@ -27,15 +27,51 @@ int TryLogTable(const std::u16string& path, const std::string& bytes, const Args
     return 0;
 }
 
-// vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ
-int TryMusicTable(const std::u16string& path, const std::string&, const Args& rest, const Context& context) {
-    Args args{u"try", path};
-    args.insert(args.end(), rest.begin(), rest.end());
-    std::string out, err;
-    const int code = RunMusicTry(args, context.language, &out, &err);
-    Print(stdout, out);
-    Print(stderr, err);
-    return code;
+// A number as the player types it: an optional minus sign and digits, nothing else.
+bool ReadWholeNumber(const std::u16string& text, int* value) {
+    const std::size_t digits = !text.empty() && text[0] == u'-' ? 1 : 0;
+    if (text.size() == digits || text.find_first_not_of(u"0123456789", digits) != std::u16string::npos) return false;
+    *value = ReadInt(text);
+    return true;
+}
+
+std::u16string Backslashed(std::u16string path) {
+    for (char16_t& c : path) c = c == u'/' ? u'\\' : c;
+    return path;
+}
+
+bool IsAbsolute(const std::u16string& path) {
+    return (path.size() >= 2 && path[1] == u':') || (!path.empty() && path[0] == u'\\');
+}
+
+// vrltables try BGMEx.kcsv FILE MONTH DAY HOUR MAPOBJ: the request as the module sends it, tried
+// against the rules with Volume.kcsv beside them.
+int TryMusicTable(const std::u16string& path, const std::string& bytes, const Args& rest, const Context& context) {
+    MusicRequest request;
+    if (rest.size() != 5 || !ReadWholeNumber(rest[1], &request.month) || !ReadWholeNumber(rest[2], &request.day) ||
+        !ReadWholeNumber(rest[3], &request.hour) || !ReadWholeNumber(rest[4], &request.mapObjectId)) {
+        Print(stderr, SayText(context.language, text::kTryMusicUsage, {}));
+        return 2;
+    }
+    request.path = Backslashed(rest[0]);
+    KcsvFile rules;
+    if (bytes.empty() || !rules.ParseUtf8(bytes)) {
+        Print(stderr, SayText(context.language, text::kNoMusicRules, {Utf16ToUtf8(path)}));
+        return 1;
+    }
+    const std::u16string program = FolderOf(FullPath(path));
+    KcsvFile volumes;
+    std::string volumeBytes;
+    if (ReadFileBytes(JoinPath(program, std::u16string(tables::volume::kFile)), volumeBytes) && !volumeBytes.empty())
+        volumes.ParseUtf8(volumeBytes);
+    GameFolders folders;
+    DeriveGameFolders(program, &folders);
+    // The panel's current folder is the program folder: relative entries are found there.
+    const vrl::FileExists exists = [&program](const std::u16string& file) {
+        return FileExists(IsAbsolute(file) ? file : JoinPath(program, file));
+    };
+    Print(stdout, MusicTryReport(rules, volumes, request, folders, exists, context.language));
+    return 0;
 }
 
 using TryFn = int (*)(const std::u16string& path, const std::string& bytes, const Args& rest, const Context& context);

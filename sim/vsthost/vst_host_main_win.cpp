@@ -6,6 +6,8 @@
 //   embed.txt     command 5 sets the status window (hwndee=) to "TRUE": an editor can be shown.
 //   hang.txt      every command after 5 blocks, as a host that stopped answering, until the
 //                 companion ends (a minute at most).
+//   slow.txt      command 5 takes eight seconds before it answers, as a large instrument loads,
+//                 and the host takes no other message meanwhile.
 //   nowindow.txt  no window at all: it waits ten seconds and ends.
 #include <windows.h>
 
@@ -47,6 +49,7 @@ LRESULT CALLBACK HostWindowProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
         Trace(L"command " + std::to_wstring(command) + L" size=" + std::to_wstring(data->cbData) +
               L" self=" + std::to_wstring(reinterpret_cast<WPARAM>(hwnd) == wp) + L" text=" +
               (text ? std::wstring(text, ::wcsnlen(text, characters)) : std::wstring()));
+        if (command == 5 && Beside(L"slow.txt")) ::Sleep(8000);
         if (command == 5 && Beside(L"embed.txt") && g_status) ::SendMessageW(g_status, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"TRUE"));
         if (command != 5 && command != 7 && Beside(L"hang.txt")) ::WaitForSingleObject(g_companion ? g_companion : ::GetCurrentProcess(), 60000);
         if (command == 7) ::DestroyWindow(hwnd);

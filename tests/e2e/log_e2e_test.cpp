@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <thread>
 
 #include "e2e_support.h"
 #include "tests/common/alerts_support_win.h"
@@ -157,6 +158,23 @@ TEST(LogWindows, TheReloadBitReloadsTheRulesAndDropsThatLineEvenWhileASecondCopy
     EXPECT_EQ(Text(log.extracted),
               "Config file has been reloaded.\na wolf howls\nConfig file has been reloaded.\n"
               "Config file has been reloaded.\nthe wolf again\n");
+
+    // A table another program holds open: while the reload's warning box is up, the lines that go
+    // on arriving are in the view at once, and they start no second reload.
+    HANDLE held = ::CreateFileW(log.install.ProgramFile(L"LogEx.kcsv").c_str(), GENERIC_READ, 0, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    ::SetWindowLongW(log.frame, 8, 0x2);
+    std::thread reload([&] { log.SendLine("starts the reload"); });
+    HWND warning = e2e::WaitForWindow(L"#32770", L"Vorrel Error", 10000);
+    EXPECT_TRUE(warning);
+    log.SendLine("the wolf while the box is up");
+    const std::string full = Text(log.full);
+    EXPECT_EQ(full.substr(full.size() - 29), "the wolf while the box is up\n") << full;
+    if (warning) e2e::Press(warning, IDOK);
+    reload.join();
+    ::CloseHandle(held);
+    EXPECT_EQ(::GetWindowLongW(log.frame, 8), 0);
 }
 
 TEST(LogWindows, RequestsAndCommandsOfTheFrameWithTheFullLogOff) {

@@ -9,6 +9,7 @@
 #include <commctrl.h>
 #include <mmsystem.h>
 
+#include "music/vst_host_win.h"
 #include "tests/common/alerts_support_win.h"
 
 namespace {
@@ -123,9 +124,12 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
                             std::to_string(reinterpret_cast<ULONG_PTR>(::GetDlgItem(s.panel, kPlayingFile))) +
                             " hwndee=" + std::to_string(reinterpret_cast<ULONG_PTR>(status)));
     EXPECT_EQ(trace[1], "folder " + e2e::Utf8(s.install.programFolder) + "\\vst64 show=0");
-    EXPECT_EQ(Commands(trace), (std::vector<std::string>{"5 instrument64.dll", "1 " + song, "2", "3", "4", "4",
+    // The host runs in vst64: the instrument named beside the program reaches it in full.
+    const std::string instrumentPath = e2e::Utf8(instrument);
+    EXPECT_EQ(Commands(trace), (std::vector<std::string>{"5 " + instrumentPath, "1 " + song, "2", "3", "4", "4",
                                                          "1 " + song, "2", "4", "4"}));
-    EXPECT_NE(trace[2].find("size=34 self=1"), std::string::npos) << trace[2];
+    EXPECT_NE(trace[2].find("size=" + std::to_string(2 * instrument.size() + 2) + " self=1"), std::string::npos)
+        << trace[2];
     EXPECT_NE(trace[4].find("command 2 size=2 self=1"), std::string::npos) << trace[4];
     EXPECT_EQ(s.Text(kSoundFont), "instrument64.dll");
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.loop));
@@ -156,14 +160,29 @@ TEST(VstHost, AHostOfTheInstrumentsBitnessPlaysMidiFilesAndShowsItsEditor) {
     EXPECT_EQ(s.Text(kSoundFont), e2e::Utf8(instrument32));
 }
 
-TEST(VstHost, HostsThatHangOrNeverAppearAndFilesThatAreNoProgramsChangeNothingElse) {
-    // A host that stops answering: every command is given up after a few seconds.
+TEST(VstHost, HostsThatLoadSlowlyHangOrNeverAppearAndFilesThatAreNoProgramsChangeNothingElse) {
+    // A host that takes long to load the instrument still gets the commands that follow, so the
+    // first track plays; a playlist entry found beside the program reaches it in full.
     MidiSession s("#option,SoundFont:instrument64.dll\r\n");
-    s.AddInstrument(64);
-    s.AddHost(64, {L"hang.txt"});
+    const std::string instrument = e2e::Utf8(s.AddInstrument(64));
+    s.AddHost(64, {L"slow.txt"});
+    vrltest::WriteMidi(s.install.ProgramFile(L"here.mid"), 4);
+    s.install.WriteProgramFile(L"BGMEx.kcsv", "#format,kcsv\r\n#option,SoundFont:instrument64.dll\r\n"
+                                              "#column,orgfile,playlist\r\na.mid,here.mid\r\nb.mid,song.mid\r\n");
     s.Start(Request("a.mid"));
     s.WaitForScenario();
-    EXPECT_EQ(Commands(s.HostTrace(64)), (std::vector<std::string>{"5 instrument64.dll", "1 " + e2e::Utf8(s.song)}));
+    EXPECT_EQ(Commands(s.HostTrace(64)),
+              (std::vector<std::string>{"5 " + instrument, "1 " + e2e::Utf8(s.install.ProgramFile(L"here.mid")), "2"}));
+
+    // A host that stops answering is waited for up to a cap, then passed over.
+    ::DeleteFileW((s.install.programFolder + L"\\vst64\\slow.txt").c_str());
+    ::DeleteFileW((s.install.programFolder + L"\\vst64\\vst_trace.txt").c_str());
+    vrltest::WriteFileBytes(s.install.programFolder + L"\\vst64\\hang.txt", "on\r\n");
+    s.Restart(Request("b.mid"));
+    e2e::WaitUntil([&] { return s.install.ReadTranscript().find("end of scenario") != std::string::npos; },
+                   vrl::kVstHostAnswerMs + 10000);
+    s.WaitForScenario();
+    EXPECT_EQ(Commands(s.HostTrace(64)), (std::vector<std::string>{"5 " + instrument, "1 " + e2e::Utf8(s.song)}));
     DWORD_PTR answer = 0;
     EXPECT_TRUE(::SendMessageTimeoutW(s.panel, WM_NULL, 0, 0, SMTO_NORMAL, 5000, &answer)) << "the panel answers";
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
@@ -171,7 +190,7 @@ TEST(VstHost, HostsThatHangOrNeverAppearAndFilesThatAreNoProgramsChangeNothingEl
     // A host that never creates its window: the commands are dropped, the file counts as playing.
     ::DeleteFileW((s.install.programFolder + L"\\vst64\\hang.txt").c_str());
     vrltest::WriteFileBytes(s.install.programFolder + L"\\vst64\\nowindow.txt", "on\r\n");
-    s.Restart(Request("a.mid"));
+    s.Restart(Request("b.mid"));
     s.WaitForScenario();
     EXPECT_EQ(s.Text(kPlayingFile), e2e::Utf8(s.song));
     EXPECT_EQ(s.Text(kSoundFont), "instrument64.dll");

@@ -149,11 +149,12 @@ TEST(MusicPanel, RequestsPlayTheChosenFileWithItsLoopAndVolume) {
 
 TEST(MusicPanel, VolumesOutliveTheProgramAndAMissingLibraryPlaysNothing) {
     MusicSession music;
-    music.Start("music 1 1 1 1 5 1 bgm01.mid\n", 1);
+    music.Start("music 1 1 1 1 5 1 bgm01.mid\ncopydata music 2\n", 1);
     music.install.WaitForScenarioEnd();
     EXPECT_EQ(music.Text(kDateTime), "1/1 1時 [深夜]");
     EXPECT_EQ(music.Text(kFileVolumeValue), "100");
-    // The player lets go of the file-volume slider at 70.
+    // The game has stopped the music; the field still names the file, and the player lets go of
+    // the file-volume slider at 70.
     HWND slider = ::GetDlgItem(music.panel, kFileVolume);
     ::SendMessageW(slider, TBM_SETPOS, TRUE, 70);
     ::SendMessageW(music.panel, WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), reinterpret_cast<LPARAM>(slider));

@@ -59,11 +59,15 @@ TEST(LogRulesTest, ABrokenOrTooCostlyExpressionDoesNotStopLaterRules) {
     const auto set = Load(u"", u"\"(a|aa)*$\",0,1\r\n\"(x+x+)+y\",0,1\r\nb\r\n");
     EXPECT_FALSE(set.Matches(0, line));
     EXPECT_EQ(set.FirstMatch(line), 2u);
-    // Two costly expressions spend what one line may cost: a later expression is not tried,
-    // a later plain keyword still is.
-    const auto costly = Load(u"", u"\"(a|aa)*$\",0,1\r\n\"(a|aa)*$\",0,1\r\nb$,0,1\r\nb\r\n");
-    EXPECT_TRUE(costly.Matches(2, line));
-    EXPECT_EQ(costly.FirstMatch(line), 3u);
+    // However many costly expressions come first, a cheap one after them still gets its steps,
+    // and all of them together stay within what one line may cost.
+    std::u16string table;
+    for (int i = 0; i < 12; ++i) table += u"\"(a|aa)*$\",0,1\r\n";
+    const auto costly = Load(u"", table + u"b$,0,1\r\n");
+    std::size_t spent = 0;
+    EXPECT_EQ(costly.FirstMatch(line, &spent), 12u);
+    EXPECT_LE(spent, LogRuleSet::kLineStepBudget);
+    EXPECT_GT(spent, RuleRegex::kStepBudget) << "the costly rules did spend";
 }
 
 TEST(LogRulesTest, RuleFieldsFromTheirColumns) {
@@ -163,7 +167,9 @@ TEST(LogRulesTest, NoticesTakeTheColourThatShowsOnTheBackground) {
     EXPECT_EQ(NoticeColourOn(MakeColour(255, 51, 187)), 0u);         // exactly 127500
     EXPECT_EQ(NoticeColourOn(MakeColour(255, 51, 186)), 0xFFFFFFu);  // 127386
     EXPECT_EQ(Load(u"", u"").NoticeColour(), 0xFFFFFFu);             // no bkcolor: as on black
-    EXPECT_EQ(Load(u"bkcolor:nonsense", u"").Background(), kNoColour);
+    // Missing, empty or not a colour: the views are black, never given "no colour".
+    for (const char16_t* options : {u"", u"bkcolor:nonsense", u"bkcolor:Nothing"})
+        EXPECT_EQ(Load(options, u"").Background(), 0u) << std::u16string(options).size();
     EXPECT_EQ(Load(u"bkcolor:#ffffff", u"").NoticeColour(), 0u);
     EXPECT_EQ(Load(u"bkcolor:#ffffff", u"").Background(), 0xFFFFFFu);
 }

@@ -66,7 +66,8 @@ TEST(TableCheck, LogRulesAsTheLogWindowReadsThem) {
                                       "[,0,1,-5,#ff80\r\n[,0,0,80%,#FF8000\r\n,,,70,\r\n,1,,70,\r\nx,off,00\r\n"
                                       "a,b,c,d,e,f,g\r\n#note\r\n,,1,70\r\n#option,MasterVolum:1,FontItalic:256\r\n");
     EXPECT_TRUE(Mentions(report, "2: option MasterVolume \"abc\" is not a number; it reads as 0; the program uses 50"));
-    EXPECT_TRUE(Mentions(report, "2: option bkcolor \"red\" is not a colour"));
+    EXPECT_TRUE(Mentions(report, "2: option bkcolor \"red\" is not a colour (write # and six hexadecimal digits, "
+                                 "like #ff8000); the program uses the default colour #000000\n"));
     EXPECT_TRUE(Mentions(report, "3: unknown column \"colour\"; the program ignores it (did you mean color?)"));
     EXPECT_FALSE(Mentions(report, "missing column"));
     EXPECT_TRUE(Mentions(report, "4: keyword \"[\" is not a valid regular expression; this rule never matches"));
@@ -86,6 +87,7 @@ TEST(TableCheck, LogRulesAsTheLogWindowReadsThem) {
     EXPECT_TRUE(Mentions(report, "12: option FontItalic 256: only the low 8 bits count, so it reads as 0"));
 
     EXPECT_EQ(Report(u"LogEx.kcsv", "#format,kcsv\r\n#column,keyword\r\nally\r\n"),
+              "1: missing option bkcolor; both log views are black\n"
               "2: missing column \"color\"; no line is ever copied to the extracted log\n");
 }
 
@@ -97,12 +99,18 @@ TEST(TableCheck, OtherKnownTables) {
     EXPECT_TRUE(Mentions(volume, "3: missing column \"Volume\"; every file plays at 100"));
 
     const std::string pets = Report(u"PetInfo.kcsv", "#format,kcsv\r\n#option,iFilterIndex:2,colHpBar:#12345g\r\n"
-                                                     "#option,iStColumnWidthRatio:12,bHpBarEnabled:no\r\n#column,x\r\n1\r\n");
+                                                     "#option,iStColumnWidthRatio:12,bHpBarEnabled:no,colBk:nothing,"
+                                                     "colText:\r\n#column,x\r\n1\r\n");
     EXPECT_TRUE(Mentions(pets, "2: option iFilterIndex 2 is outside 0 to 1; the pet list then shows no pet"));
     EXPECT_TRUE(Mentions(pets, "2: option colHpBar \"#12345g\" is not a colour (write # and six hexadecimal digits, "
                                "like #ff8000); the program uses the default colour #ff9b9b\n"));
     EXPECT_TRUE(Mentions(pets, "3: option iStColumnWidthRatio 12 is outside 0 to 9; the program uses 9"));
     EXPECT_TRUE(Mentions(pets, "3: option bHpBarEnabled \"no\" is not a number"));
+    // A colour of the pet list cannot be "no colour": the panel draws the table's default instead.
+    EXPECT_TRUE(Mentions(pets, "3: option colBk \"nothing\" asks for no colour, which this value cannot be; the "
+                               "program uses the default colour #ffffff\n"));
+    EXPECT_TRUE(Mentions(pets, "3: option colText \"\" asks for no colour, which this value cannot be; the "
+                               "program uses the default colour #000000\n"));
     EXPECT_TRUE(Mentions(pets, "4: PetInfo.kcsv holds options only; its columns are ignored"));
     EXPECT_TRUE(Mentions(pets, "5: PetInfo.kcsv holds options only; its rows are ignored"));
 
@@ -144,17 +152,9 @@ TEST(TableCheck, MusicRuleMonthDayAndHourCells) {
 
 TEST(TableCheck, MessagesInJapanese) {
     EXPECT_EQ(Report(u"LogEx.kcsv", "#format,kcsv\r\n#option,FontSise:3\r\n#column,keyword\r\n", 1),
+              "1: オプション bkcolor がありません。両方のログの背景は黒になります\n"
               "2: 知らないオプション \"FontSise\" です。プログラムは無視します (FontSize のことですか?)\n"
               "3: 列 \"color\" がありません。抽出ログには一行も写されません\n");
-}
-
-TEST(TableJson, OptionsColumnsAndRowsWithEscapes) {
-    vrl::KcsvFile table;
-    ASSERT_TRUE(table.Parse(u"#format,kcsv\r\n#option,a:1\r\n#column,k,v\r\n\"q\"\"\\\r\n\tx\",日本\r\n"));
-    EXPECT_EQ(vrl::TableToJson(table),
-              "{\n  \"options\": [\n    {\"name\": \"a\", \"value\": \"1\"}\n  ],\n"
-              "  \"columns\": [\"k\", \"v\"],\n  \"rows\": [\n    [\"q\\\"\\\\\\r\\n\\tx\", \"日本\"]\n  ]\n}\n");
-    EXPECT_EQ(vrl::TableToJson(vrl::KcsvFile()), "{\n  \"options\": [],\n  \"columns\": [],\n  \"rows\": []\n}\n");
 }
 
 // Runs a command, returns what it printed (stdout and stderr) and sets its exit status.
@@ -203,7 +203,10 @@ TEST_F(VrlTables, ChecksFilesWithOrWithoutTheCommandAndTheTablesOfItsFolder) {
     EXPECT_EQ(Run("", status), output);            // no arguments: the known tables here
     EXPECT_TRUE(Mentions(Run("", status, "ja_JP.UTF-8"), "LogEx.kcsv:12: 2 つ目の #column 行です"));
 
-    EXPECT_TRUE(Mentions(Run("dump LogEx.kcsv", status), "\"rows\": ["));
+    std::ofstream(root_ / "Vorrel/escapes.kcsv") << "#format,kcsv\r\n#option,a:1\r\n#column,k,v\r\n\"q\"\"\\\r\n\tx\",日本\r\n";
+    EXPECT_EQ(Run("dump escapes.kcsv", status),
+              "{\n  \"options\": [\n    {\"name\": \"a\", \"value\": \"1\"}\n  ],\n"
+              "  \"columns\": [\"k\", \"v\"],\n  \"rows\": [\n    [\"q\\\"\\\\\\r\\n\\tx\", \"日本\"]\n  ]\n}\n");
     EXPECT_EQ(status, 0);
     EXPECT_TRUE(Mentions(Run("dump missing.kcsv", status), "cannot read the file"));
     EXPECT_EQ(status, 1);
