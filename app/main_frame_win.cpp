@@ -6,6 +6,7 @@
 #include "app/app_state_win.h"
 #include "app/command_ids.h"
 #include "app/error_box_win.h"
+#include "app/foreground_input_win.h"
 #include "app/frame_texts.h"
 #include "app/game_launch_win.h"
 #include "app/game_link_win.h"
@@ -40,6 +41,7 @@ bool CMainFrame::OnIdle() { return false; }
 
 bool CMainFrame::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
     result = 0;
+    if (tray_.OnShellMessage(msg)) return true;
     switch (msg) {
     case WM_CREATE:
         result = OnCreate(reinterpret_cast<const CREATESTRUCTW*>(lp));
@@ -112,10 +114,22 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     const GameProcess game = LaunchGame(app.folders, Wstr(app.settings.wstrMorva), app.settings.enMusicExtender != 0);
     gameProcessId_ = game.processId;
     gameThreadId_ = game.threadId;
+    ReportLaunchProblem(game.problem);
 
     ::SetTimer(m_hWnd, kGameWatchTimer, kGameWatchPeriodMs, nullptr);
     if (app.settings.enNumlockOff) numLock_.SwitchOffAtStart();
     return 0;
+}
+
+// Said at once, instead of "Cannot find Morva Window" three seconds later.
+void CMainFrame::ReportLaunchProblem(LaunchProblem problem) const {
+    const LangText* text = problem == LaunchProblem::kOtherMachine     ? &frame_texts::kGameOtherMachine
+                           : problem == LaunchProblem::kNeedsElevation ? &frame_texts::kGameNeedsElevation
+                                                                       : nullptr;
+    if (!text) return;
+    std::u16string message = text->Get();
+    message.replace(message.find(u"%s"), 2, App().settings.wstrMorva);
+    FatalError(message);
 }
 
 void CMainFrame::ComputeFolders() {
@@ -269,6 +283,7 @@ HWND CMainFrame::FindGameWindow() const {
 }
 
 void CMainFrame::OnGameWatchTimer() {
+    tray_.RetryAdd();
     AppState& app = App();
     if (!app.gameWindow) {
         app.gameWindow = gameProcessId_ ? FindGameWindow() : nullptr;
@@ -401,7 +416,9 @@ void CMainFrame::OnOpenEquipSetRequest() {
     if (!equipSet_.IsWindow() || !equipSet_.LoadSetNames()) return;
     equipSet_.SwitchMode(equip_set::Mode::kMenu);
     equipSet_.ShowInFront();
-    ::SetForegroundWindow(equipSet_.Handle());
+    // The game asked, so the game is in front and had the last input: a plain SetForegroundWindow
+    // is refused by the foreground lock and the arrow keys would go on reaching the game.
+    TakeForeground(equipSet_.Handle());
 }
 
 }  // namespace vrl
