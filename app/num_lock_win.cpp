@@ -2,18 +2,10 @@
 
 #include <windows.h>
 
-#include "app/foreground_input_win.h"
-
 namespace vrl {
 namespace {
 
-// GetKeyState reports the keys as this thread has taken them from its queue, and the game's
-// thread takes them all: the toggle is read from the foreground thread's input state.
-// (GetAsyncKeyState would not do: it tells whether a key is down, not whether a lock is on.)
-bool NumLockIsOn() {
-    ForegroundInputAttachment shared;
-    return (::GetKeyState(VK_NUMLOCK) & 1) != 0;
-}
+bool NumLockIsOn() { return (::GetKeyState(VK_NUMLOCK) & 1) != 0; }
 
 void PressNumLock() {
     INPUT keys[2] = {};

@@ -1,81 +1,54 @@
-// Num Lock as the game sees it. A second thread stands for the game: it owns the foreground window
-// and takes every key message, so this thread's own key state never sees a toggle. (Across
-// processes Wine gives the lock keys back the X server's state at once, so the game is a thread.)
+// Num Lock as this thread sees it. (Across processes Wine gives the lock keys back the X server's
+// state at once, so only presses this thread receives itself can be read back.)
 
 #include "app/num_lock_win.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <atomic>
-#include <thread>
-
 namespace {
 
-class GameThread {
-public:
-    GameThread() : thread_([this] { Run(); }) {
-        while (!id_) Sleep(10);
-    }
-    ~GameThread() {
-        PostThreadMessageW(id_, WM_QUIT, 0, 0);
-        thread_.join();
-    }
-    // Waits until the game reads Num Lock as `on`, or a second has passed.
-    bool SettlesAt(bool on) const {
-        for (int i = 0; i < 50 && numLock_ != on; ++i) Sleep(20);
-        return numLock_ == on;
-    }
+bool NumLockOn() {
+    MSG msg;
+    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+    return (GetKeyState(VK_NUMLOCK) & 1) != 0;
+}
 
-private:
-    void Run() {
-        HWND window = CreateWindowExW(0, L"STATIC", L"game", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100,
-                                      nullptr, nullptr, nullptr, nullptr);
-        SetForegroundWindow(window);
-        MSG msg{};
-        PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE);  // the queue exists before anyone posts
-        id_ = GetCurrentThreadId();
-        while (msg.message != WM_QUIT) {
-            while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE) && msg.message != WM_QUIT) DispatchMessageW(&msg);
-            numLock_ = (GetKeyState(VK_NUMLOCK) & 1) != 0;
-            Sleep(10);
-        }
-        DestroyWindow(window);
-    }
+// Waits until Num Lock reads `on`, or a second has passed.
+bool SettlesAt(bool on) {
+    for (int i = 0; i < 50 && NumLockOn() != on; ++i) Sleep(20);
+    return NumLockOn() == on;
+}
 
-    std::atomic<DWORD> id_{0};
-    std::atomic<bool> numLock_{false};
-    std::thread thread_;
-};
+void Press() {
+    INPUT keys[2] = {};
+    keys[0].type = keys[1].type = INPUT_KEYBOARD;
+    keys[0].ki.wVk = keys[1].ki.wVk = VK_NUMLOCK;
+    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    SendInput(2, keys, sizeof(INPUT));
+}
 
-void SetNumLock(const GameThread& game, bool on) {
-    if (!game.SettlesAt(on)) {
-        INPUT keys[2] = {};
-        keys[0].type = keys[1].type = INPUT_KEYBOARD;
-        keys[0].ki.wVk = keys[1].ki.wVk = VK_NUMLOCK;
-        keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
-        SendInput(2, keys, sizeof(INPUT));
-    }
-    ASSERT_TRUE(game.SettlesAt(on));
+void SetNumLock(bool on) {
+    if (NumLockOn() != on) Press();
+    ASSERT_TRUE(SettlesAt(on));
 }
 
 TEST(NumLock, OffWhileRunningAndAtExitAsItWasUnlessThePlayerChangedIt) {
-    GameThread game;
     for (bool onAtStart : {true, false}) {
-        SetNumLock(game, onAtStart);
+        SetNumLock(onAtStart);
         vrl::NumLockKeeper keeper;
         keeper.SwitchOffAtStart();
-        EXPECT_TRUE(game.SettlesAt(false)) << onAtStart;
+        EXPECT_TRUE(SettlesAt(false)) << onAtStart;
         keeper.RestoreAtExit();
         Sleep(100);
-        EXPECT_TRUE(game.SettlesAt(onAtStart)) << onAtStart;
+        EXPECT_TRUE(SettlesAt(onAtStart)) << onAtStart;
     }
     // Off at start, switched on meanwhile: off again at exit.
     vrl::NumLockKeeper keeper;
     keeper.SwitchOffAtStart();
-    SetNumLock(game, true);
+    SetNumLock(true);
     keeper.RestoreAtExit();
-    EXPECT_TRUE(game.SettlesAt(false));
+    EXPECT_TRUE(SettlesAt(false));
 }
 
 }  // namespace
