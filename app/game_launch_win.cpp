@@ -1,7 +1,6 @@
 #include "app/game_launch_win.h"
 
 #include "app/install_paths.h"
-#include "app/pe_image.h"
 #include "app/process_with_dll_win.h"
 #include "ui/wide_win.h"
 
@@ -13,18 +12,6 @@ namespace vrl {
 namespace {
 
 constexpr const wchar_t* kNotInstalledText = L"Vorrel is not installed correctly.";
-
-// The module is built for the companion's own machine, and the launch reads the new process's
-// image with the companion's pointer size: a 32-bit companion can do neither for a 64-bit game.
-// CreateProcess's answer for a program whose manifest asks for administrator rights (not in
-// every SDK's headers).
-constexpr DWORD kElevationRequired = 740;
-
-#if defined(_WIN64)
-constexpr std::uint16_t kOwnMachine = kPeMachineAmd64;
-#else
-constexpr std::uint16_t kOwnMachine = kPeMachineI386;
-#endif
 
 std::wstring ModuleFileName(HMODULE module) {
     std::vector<wchar_t> buffer(MAX_PATH);
@@ -125,13 +112,11 @@ void PrepareMusicFiles(const std::wstring& gameFolder, bool musicExtender) {
     }
 }
 
-bool ExecutableCarriesHspMarker(const std::wstring& path) { return ReadGameExecutable(path).hspMarker; }
-
-GameExecutable ReadGameExecutable(const std::wstring& path) {
-    GameExecutable found;
+bool ExecutableCarriesHspMarker(const std::wstring& path) {
     HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return found;
+    if (file == INVALID_HANDLE_VALUE) return false;
+    bool found = false;
     // Asking for no more than the file holds matters under Wine, which touches every page of
     // the destination: a 16 MiB request for a 1 MiB game took ten times as long as a 1 MiB one.
     LARGE_INTEGER size{};
@@ -142,10 +127,7 @@ GameExecutable ReadGameExecutable(const std::wstring& path) {
     if (buffer != nullptr) {
         DWORD read = 0;
         if (ReadFile(file, buffer, wanted, &read, nullptr)) {
-            const auto* bytes = static_cast<const unsigned char*>(buffer);
-            found.hspMarker = FindHspMarker(bytes, read) != kNoHspMarker;
-            PeHeaders pe;
-            if (ParsePeHeaders(bytes, read, &pe)) found.machine = pe.machine;
+            found = FindHspMarker(static_cast<const unsigned char*>(buffer), read) != kNoHspMarker;
         }
         VirtualFree(buffer, 0, MEM_RELEASE);
     }
@@ -167,12 +149,7 @@ GameProcess LaunchGame(const AppFolders& folders, const std::wstring& gameExe, b
     // plain ASCII, the wide path decides which narrow form the loader can open.
     const std::string dllName =
         ChooseDllImportName(folders.program + L'\\' + kModuleFileName, ModulePathAnsi(folders.programAnsi));
-    const GameExecutable executable = ReadGameExecutable(gameExe);
-    if (!executable.hspMarker) return game;
-    if (executable.machine != 0 && executable.machine != kOwnMachine) {
-        game.problem = LaunchProblem::kOtherMachine;
-        return game;
-    }
+    if (!ExecutableCarriesHspMarker(gameExe)) return game;
 
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
@@ -181,11 +158,6 @@ GameProcess LaunchGame(const AppFolders& folders, const std::wstring& gameExe, b
                               nullptr, nullptr, &startup, &pi, dllName.c_str())) {
         game.processId = pi.dwProcessId;
         game.threadId = pi.dwThreadId;
-    } else if (GetLastError() == kElevationRequired) {
-        // The game's manifest or its compatibility settings ask for administrator rights; a
-        // program that is not elevated cannot start it with CreateProcess (and cannot load the
-        // module into it if it did).
-        game.problem = LaunchProblem::kNeedsElevation;
     }
     if (pi.hThread != nullptr) CloseHandle(pi.hThread);
     if (pi.hProcess != nullptr) CloseHandle(pi.hProcess);

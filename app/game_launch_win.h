@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <string>
 
 namespace vrl {
@@ -36,19 +35,10 @@ InstallCheck DeriveInstallFolders(AppFolders* folders);
 // ANSI box, as the failing form) and ExitProcess(0). Runs before the settings, so it is English.
 void CheckInstallation(AppFolders* folders);
 
-// Why a game that was found could not be started, when the player can do something about it.
-// Any other failure leaves the ids at 0 and the game watch reports the missing window.
-enum class LaunchProblem {
-    kNone,
-    kOtherMachine,     // built for another processor type than the companion (a 64-bit game)
-    kNeedsElevation,   // marked to run as administrator, and the companion is not
-};
-
 // Ids of the launched game, for the game watch; 0 when no game was started. No handle is kept.
 struct GameProcess {
     DWORD processId = 0;
     DWORD threadId = 0;
-    LaunchProblem problem = LaunchProblem::kNone;
 };
 
 // Starts `gameExe` with the module "VrlDLL.dll" of the program folder loaded first, when the file
@@ -71,13 +61,6 @@ void PrepareMusicFiles(const std::wstring& gameFolder, bool musicExtender);
 
 // True when the first 16 MiB of the file carry the HSP marker. One shared read of an existing file.
 bool ExecutableCarriesHspMarker(const std::wstring& path);
-
-// What the launch reads of the game executable, in that one read.
-struct GameExecutable {
-    bool hspMarker = false;
-    std::uint16_t machine = 0;  // of its PE header; 0 when it has none
-};
-GameExecutable ReadGameExecutable(const std::wstring& path);
 
 // "%s\%s" of the ANSI program folder and the module name, cut to the 259 bytes a 260-byte buffer holds.
 std::string ModulePathAnsi(const std::string& programAnsi);

@@ -41,7 +41,6 @@ bool CMainFrame::OnIdle() { return false; }
 
 bool CMainFrame::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
     result = 0;
-    if (tray_.OnShellMessage(msg)) return true;
     switch (msg) {
     case WM_CREATE:
         result = OnCreate(reinterpret_cast<const CREATESTRUCTW*>(lp));
@@ -114,22 +113,10 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
     const GameProcess game = LaunchGame(app.folders, Wstr(app.settings.wstrMorva), app.settings.enMusicExtender != 0);
     gameProcessId_ = game.processId;
     gameThreadId_ = game.threadId;
-    ReportLaunchProblem(game.problem);
 
     ::SetTimer(m_hWnd, kGameWatchTimer, kGameWatchPeriodMs, nullptr);
     if (app.settings.enNumlockOff) numLock_.SwitchOffAtStart();
     return 0;
-}
-
-// Said at once, instead of "Cannot find Morva Window" three seconds later.
-void CMainFrame::ReportLaunchProblem(LaunchProblem problem) const {
-    const LangText* text = problem == LaunchProblem::kOtherMachine     ? &frame_texts::kGameOtherMachine
-                           : problem == LaunchProblem::kNeedsElevation ? &frame_texts::kGameNeedsElevation
-                                                                       : nullptr;
-    if (!text) return;
-    std::u16string message = text->Get();
-    message.replace(message.find(u"%s"), 2, App().settings.wstrMorva);
-    FatalError(message);
 }
 
 void CMainFrame::ComputeFolders() {
@@ -283,7 +270,6 @@ HWND CMainFrame::FindGameWindow() const {
 }
 
 void CMainFrame::OnGameWatchTimer() {
-    tray_.RetryAdd();
     AppState& app = App();
     if (!app.gameWindow) {
         app.gameWindow = gameProcessId_ ? FindGameWindow() : nullptr;

@@ -5,7 +5,6 @@
 
 #include <windows.h>
 
-#include "app/game_launch_win.h"
 #include "app/message_loop_win.h"
 #include "app/num_lock_win.h"
 #include "app/tray_icon_win.h"
@@ -66,7 +65,6 @@ private:
     // Commands 34103 and 34104: the full log (page 0) or the extracted log (page 1) in front.
     void ShowLog(int page);
     HWND FindGameWindow() const;
-    void ReportLaunchProblem(LaunchProblem problem) const;
     [[noreturn]] void StartSettingsEditorAndExit();
     void RefuseSecondInstance();
 

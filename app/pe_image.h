@@ -14,9 +14,6 @@ inline constexpr std::uint32_t kPeDirExport = 0;
 inline constexpr std::uint32_t kPeDirImport = 1;
 inline constexpr std::uint32_t kPeDirBoundImport = 11;
 inline constexpr std::size_t kImportDescriptorSize = 20;
-// Machine types of the file header.
-inline constexpr std::uint16_t kPeMachineI386 = 0x14C;
-inline constexpr std::uint16_t kPeMachineAmd64 = 0x8664;
 
 struct PeDataDirectory {
     std::uint32_t rva = 0;

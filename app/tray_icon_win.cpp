@@ -22,10 +22,7 @@ HICON TrayIcon::LoadTrayIcon(HWND frame, HINSTANCE instance) {
 }
 
 void TrayIcon::Add(HWND frame, HINSTANCE instance) {
-    if (wanted_) return;
-    wanted_ = true;
-    taskbarCreated_ = ::RegisterWindowMessageW(L"TaskbarCreated");
-    AllowTaskbarCreatedWhenElevated(frame);
+    if (added_) return;
     data_ = NOTIFYICONDATAW{};
     data_.cbSize = sizeof data_;
     data_.hWnd = frame;
@@ -37,31 +34,9 @@ void TrayIcon::Add(HWND frame, HINSTANCE instance) {
     added_ = ::Shell_NotifyIconW(NIM_ADD, &data_) != FALSE;
 }
 
-void TrayIcon::AllowTaskbarCreatedWhenElevated(HWND frame) const {
-    // User Interface Privilege Isolation drops registered messages that a process of lower
-    // integrity (Explorer) sends to an elevated one, unless the window lets them through. Bound at
-    // run time: the call exists from Windows 7 on.
-    using FilterFn = BOOL(WINAPI*)(HWND, UINT, DWORD, void*);
-    HMODULE user32 = ::GetModuleHandleW(L"user32.dll");
-    const auto allow =
-        user32 ? reinterpret_cast<FilterFn>(::GetProcAddress(user32, "ChangeWindowMessageFilterEx")) : nullptr;
-    if (allow && taskbarCreated_) allow(frame, taskbarCreated_, MSGFLT_ALLOW, nullptr);
-}
-
-void TrayIcon::RetryAdd() {
-    if (wanted_ && !added_) added_ = ::Shell_NotifyIconW(NIM_ADD, &data_) != FALSE;
-}
-
-bool TrayIcon::OnShellMessage(UINT msg) {
-    if (msg == 0 || msg != taskbarCreated_) return false;
-    added_ = false;  // the new taskbar starts without our icon
-    RetryAdd();
-    return true;
-}
-
 void TrayIcon::Remove() {
     if (added_) ::Shell_NotifyIconW(NIM_DELETE, &data_);
-    added_ = wanted_ = false;
+    added_ = false;
 }
 
 TrayIcon::~TrayIcon() {

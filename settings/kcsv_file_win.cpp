@@ -15,15 +15,6 @@ namespace {
 const LangText kCannotOpen{u"Cannot open file", u"ファイルを開くことができません"};
 const LangText kFileName{u"File name", u"ファイル名"};
 const LangText kErrorCaption{u"Vorrel Error", u"Vorrel エラー"};
-const LangText kProtectedFolder{
-    u"Vorrel cannot save its tables in this folder:\r\n%s\r\n"
-    u"Windows does not let it write there (a folder such as Program Files is protected). "
-    u"The tables stay as they were; changes made since the start are not kept.\r\n"
-    u"Move the game's folder to a folder of your own (for example C:\\Games) and start Vorrel from there.",
-    u"このフォルダーには Vorrel の表を保存できません:\r\n%s\r\n"
-    u"Windows がこのフォルダーへの書き込みを許可していません（Program Files などは保護されています）。"
-    u"表は元のままで、起動後の変更は保存されません。\r\n"
-    u"ゲームのフォルダーを自分のフォルダー（例: C:\\Games）に移し、そこから Vorrel を起動してください。"};
 
 // Another program may hold the table or our temporary open for a moment: an editor saving, a
 // spreadsheet, a virus scanner that opens every new file. Windows then refuses with a sharing,
@@ -78,22 +69,6 @@ void ShowCannotWrite(const std::u16string& path) {
     std::u16string text = u"KCSV error: Cannot write \"" + path + u"\".";
     text.resize(std::min<std::size_t>(text.size(), 512));
     MessageBoxW(nullptr, W(text), W(kAppName), MB_OK);
-}
-
-// Access denied on creating a file, after the retries: the folder is one that Windows protects
-// (Program Files, for a program that is not elevated and gets no virtualisation from its manifest).
-// Every table would fail the same way at every exit, so this is said once per run.
-void ShowProtectedFolder(const std::u16string& path) {
-    static bool shown = false;
-    if (shown) return;
-    shown = true;
-    wchar_t full[MAX_PATH] = {};
-    wchar_t* name = nullptr;
-    const DWORD length = GetFullPathNameW(W(path), MAX_PATH, full, &name);
-    if (length > 0 && length < MAX_PATH && name && name > full) name[-1] = L'\0';
-    std::u16string text = kProtectedFolder.Get();
-    text.replace(text.find(u"%s"), 2, length > 0 && length < MAX_PATH ? U(full) : path.c_str());
-    MessageBoxW(nullptr, W(text), W(kErrorCaption.Get()), MB_OK | MB_ICONWARNING);
 }
 
 bool ReadWhole(HANDLE file, std::string& bytes) {
@@ -164,11 +139,7 @@ bool KcsvFile::SaveFile(const std::u16string& path) const {
     });
     FileHandle file(created);
     if (!file.Valid()) {
-        if (GetLastError() == ERROR_ACCESS_DENIED) {
-            ShowProtectedFolder(path);
-        } else {
-            ShowCannotWrite(path);
-        }
+        ShowCannotWrite(path);
         return false;
     }
     bool written = false;

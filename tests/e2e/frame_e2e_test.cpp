@@ -2,8 +2,6 @@
 // the frame's commands, the tray menu, the exit-together dialogue and the game watch.
 
 #include <gtest/gtest.h>
-#include <windows.h>
-#include <shellapi.h>
 
 #include "e2e_support.h"
 
@@ -64,16 +62,6 @@ TEST(RunningCompanion, FrameSlotsCommandsTrayAboutAndTheGamesEnd) {
     EXPECT_EQ(::SendMessageW(run.frame, 0xA000, 0, 0), 0);
     EXPECT_EQ(::SendMessageW(run.frame, WM_COMMAND, 34099, 0), 0);
     EXPECT_EQ(run.companion->WaitExit(300), static_cast<DWORD>(STILL_ACTIVE));
-
-    // Explorer restarted: the new taskbar has lost the icon, and its broadcast brings it back.
-    NOTIFYICONDATAW icon{};
-    icon.cbSize = sizeof icon;
-    icon.hWnd = run.frame;
-    icon.uID = 1234;
-    ASSERT_TRUE(::Shell_NotifyIconW(NIM_DELETE, &icon));
-    EXPECT_FALSE(e2e::TrayIconShown(run.frame));
-    ::SendMessageW(run.frame, ::RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
-    EXPECT_TRUE(e2e::TrayIconShown(run.frame)) << "the icon is back";
 
     // Which notifications open the menu, and a second About while one is open, are tested in-process.
     PickAboutFromTheTray(run);

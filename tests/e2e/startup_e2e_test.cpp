@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <cstring>
-
 #include "e2e_support.h"
 
 namespace {
@@ -65,28 +62,6 @@ TEST(Startup, AGameWithoutTheMarkerIsReportedAfterAboutThreeSeconds) {
     EXPECT_EQ(::FindWindowW(L"hspwnd0", nullptr), nullptr) << "a game without the marker is never started";
     e2e::Press(box.window, IDOK);
     EXPECT_EQ(run.companion.WaitExit(5000), 0u);
-}
-
-// A game built for another processor type is not started; the player is told at once, and why.
-TEST(Startup, AGameForAnotherProcessorIsRefusedWithTheReason) {
-    Install install = e2e::MakeInstall();
-    std::string image = vrltest::ReadFileBytes(install.gameExe);
-    std::uint32_t peOffset = 0;
-    std::memcpy(&peOffset, &image[0x3C], sizeof peOffset);
-    const std::uint16_t otherMachine = sizeof(void*) == 8 ? 0x14C : 0x8664;
-    std::memcpy(&image[peOffset + 4], &otherMachine, sizeof otherMachine);
-    vrltest::WriteFileBytes(install.gameExe, image);
-    for (const char* language : {"0", "1"}) {
-        install.WriteIni(std::string("iLanguage=") + language + "\r\n");
-        Companion companion(install);
-        const e2e::MessageBoxSeen box = e2e::WaitForMessageBox(companion.ProcessId(), 30000);
-        ASSERT_TRUE(box.window);
-        EXPECT_EQ(box.text.find(*language == '0' ? L"Vorrel cannot start this game file" : L"このゲームのファイルは"), 0u);
-        EXPECT_NE(box.text.find(install.gameExe), std::wstring::npos);
-        e2e::HoldForScreenshot(*language == '0' ? "other_machine_en" : "other_machine_ja");
-        e2e::Press(box.window, IDOK);
-        EXPECT_EQ(companion.WaitExit(5000), 0u);
-    }
 }
 
 // The frame base's Exit (57665) before any game window was found closes at once, without asking,
