@@ -1,11 +1,13 @@
 #pragma once
 // The contract with the in-game module: the frame slots (32-bit values in the frame window's extra
 // bytes, by byte index), the private requests to the frame and the reload bits.
+// The module finds the frame by its class and its title, which is the app name (kAppName).
+
+#include "ui/lang_text.h"
 
 namespace vrl::game_link {
 
 inline constexpr const char16_t* kFrameClass = u"VorrelUI";
-inline constexpr const char16_t* kFrameTitle = u"Vorrel";
 inline constexpr int kFrameExtraBytes = 40;
 
 enum Slot : int {
@@ -31,6 +33,10 @@ enum ReloadBit : unsigned {
 // Requests of the module to the frame.
 inline constexpr unsigned kMsgLogViewHandle = 0x9000;  // wParam page 0/1 -> view handle
 inline constexpr unsigned kMsgClearLog = 0x9001;       // wParam 0 current page, 1 extracted view
+// The game is in front when it asks for the equip set window, and Windows lets only the process
+// that had the last input move the foreground: the module calls AllowSetForegroundWindow with the
+// companion's process id before it sends this. The companion also takes the foreground itself
+// (TakeForeground), so a module that does not still gets a window with the keyboard.
 inline constexpr unsigned kMsgOpenEquipSet = 0xA000;
 inline constexpr unsigned kCmdRestorePlacement = 34099;
 

@@ -10,7 +10,7 @@ HWND FindFrame() {
     // Another copy's frame has the same class and may carry the title for a while: a handle to it
     // would tie our reloads to a window that is about to go.
     HWND candidate = nullptr;
-    while ((candidate = ::FindWindowExW(nullptr, candidate, W(kFrameClass), W(kFrameTitle))) != nullptr) {
+    while ((candidate = ::FindWindowExW(nullptr, candidate, W(kFrameClass), W(kAppName))) != nullptr) {
         DWORD processId = 0;
         ::GetWindowThreadProcessId(candidate, &processId);
         if (processId == ::GetCurrentProcessId()) return candidate;

@@ -6,6 +6,7 @@
 #include "app/app_state_win.h"
 #include "app/command_ids.h"
 #include "app/error_box_win.h"
+#include "app/foreground_input_win.h"
 #include "app/frame_texts.h"
 #include "app/game_launch_win.h"
 #include "app/game_link_win.h"
@@ -216,19 +217,13 @@ std::vector<PlaceableWindow> CMainFrame::PlaceableWindows() {
     using Restore = PlaceableWindow::Restore;
     using namespace placement;
     return {
-        {kGameId, [] { return App().gameWindow; }, Restore::MoveOnly, AtScreenOrigin()},
-        {kFullLogId, [this] { return logWindow_.Handle(); }, Restore::FullPlacement,
-         AboveWorkArea(0, 360, 640, 360)},
-        {kExtractedLogId, [this] { return logWindow_.Child().Handle(); }, Restore::FullPlacement,
-         AboveWorkArea(640, 360, 640, 360)},
-        {kMusicPanelId, [this] { return musicPanel_.Handle(); }, Restore::FullPlacement,
-         AnchoredInArea({-276, -222, 0, 0})},
-        {kQuickSearchId, [this] { return quickSearch_.Handle(); }, Restore::MoveAndShow,
-         AboveWorkArea(0, 390, 541, 30)},
-        {kPetPanelId, [this] { return petPanel_.Handle(); }, Restore::FullPlacement,
-         AnchoredInArea({-520, 0, 0, 400})},
-        {kItemPanelId, [this] { return itemInfo_.Handle(); }, Restore::FullPlacement,
-         AnchoredInArea({-700, 0, -520, 240})},
+        {kGameId, [] { return App().gameWindow; }, Restore::MoveOnly},
+        {kFullLogId, [this] { return logWindow_.Handle(); }, Restore::FullPlacement},
+        {kExtractedLogId, [this] { return logWindow_.Child().Handle(); }, Restore::FullPlacement},
+        {kMusicPanelId, [this] { return musicPanel_.Handle(); }, Restore::FullPlacement},
+        {kQuickSearchId, [this] { return quickSearch_.Handle(); }, Restore::MoveAndShow},
+        {kPetPanelId, [this] { return petPanel_.Handle(); }, Restore::FullPlacement},
+        {kItemPanelId, [this] { return itemInfo_.Handle(); }, Restore::FullPlacement},
     };
 }
 
@@ -407,7 +402,9 @@ void CMainFrame::OnOpenEquipSetRequest() {
     if (!equipSet_.IsWindow() || !equipSet_.LoadSetNames()) return;
     equipSet_.SwitchMode(equip_set::Mode::kMenu);
     equipSet_.ShowInFront();
-    ::SetForegroundWindow(equipSet_.Handle());
+    // The game asked, so the game is in front and had the last input: a plain SetForegroundWindow
+    // is refused by the foreground lock and the arrow keys would go on reaching the game.
+    TakeForeground(equipSet_.Handle());
 }
 
 }  // namespace vrl

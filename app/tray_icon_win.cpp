@@ -3,6 +3,8 @@
 #include <cwchar>
 
 #include "app/resources/resource_ids.h"
+#include "ui/lang_text.h"
+#include "ui/wide_win.h"
 
 namespace vrl {
 
@@ -28,7 +30,7 @@ void TrayIcon::Add(HWND frame, HINSTANCE instance) {
     data_.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
     data_.uCallbackMessage = kCallbackMessage;
     data_.hIcon = LoadTrayIcon(frame, instance);
-    std::wcsncpy(data_.szTip, L"Vorrel", ARRAYSIZE(data_.szTip) - 1);
+    std::wcsncpy(data_.szTip, W(kAppName), ARRAYSIZE(data_.szTip) - 1);
     added_ = ::Shell_NotifyIconW(NIM_ADD, &data_) != FALSE;
 }
 

@@ -59,7 +59,9 @@ void InsertTab(HWND tab, int index, const LangText& text) {
 
 void ShowLogViewMenu(HWND owner, HWND view, LPARAM screenPoint) {
     POINT at{GET_X_LPARAM(screenPoint), GET_Y_LPARAM(screenPoint)};
-    if (screenPoint == -1) {  // from the keyboard: the view's corner
+    // From the keyboard both coordinates are -1. The whole LPARAM is not -1 on 64-bit Windows (the
+    // two words are not sign-extended), so the coordinates are what tells.
+    if (at.x == -1 && at.y == -1) {  // the view's corner
         RECT rect{};
         ::GetWindowRect(view, &rect);
         at = {rect.left, rect.top};

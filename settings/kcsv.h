@@ -55,9 +55,9 @@ public:
     // File access (Win32 layer). LoadFile: false for a missing, unopenable (warning box), empty or
     // unreadable file, and then the table keeps what it held; otherwise the result of Parse.
     // SaveFile: false, with the error box, when the table cannot be written (folder missing, target
-    // read-only or held open by another program, disk full); the new content goes to a temporary
-    // file beside the target and replaces it only once completely written, so a failed save
-    // leaves the previous file as it was.
+    // read-only or held open by another program for longer than a second, disk full). The new
+    // content goes to a temporary file beside the target and replaces it only once completely
+    // written, so a failed save leaves the previous file as it was.
     bool LoadFile(const std::u16string& path);
     bool SaveFile(const std::u16string& path) const;
 

@@ -16,6 +16,27 @@ const LangText kCannotOpen{u"Cannot open file", u"ファイルを開くことが
 const LangText kFileName{u"File name", u"ファイル名"};
 const LangText kErrorCaption{u"Vorrel Error", u"Vorrel エラー"};
 
+// Another program may hold the table or our temporary open for a moment: an editor saving, a
+// spreadsheet, a virus scanner that opens every new file. Windows then refuses with a sharing,
+// lock or access-denied error that passes; a save tries again for up to about a second.
+constexpr int kWriteAttempts = 10;
+constexpr DWORD kWriteRetryPauseMs = 100;
+
+bool MayPass(DWORD error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_ACCESS_DENIED;
+}
+
+template <class Attempt>
+bool WithRetries(Attempt attempt) {
+    for (int tries = 1;; ++tries) {
+        if (attempt()) return true;
+        const DWORD error = GetLastError();
+        if (tries == kWriteAttempts || !MayPass(error)) return false;
+        Sleep(kWriteRetryPauseMs);
+        SetLastError(error);
+    }
+}
+
 // Tables are tens to hundreds of rows; anything this large is not a table and is not read.
 constexpr LONGLONG kLargestFile = 256LL * 1024 * 1024;
 
@@ -110,8 +131,13 @@ bool KcsvFile::SaveFile(const std::u16string& path) const {
         return false;
     }
     const std::u16string temporary = TemporaryPathFor(path);
-    FileHandle file(CreateFileW(W(temporary), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                                FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    HANDLE created = INVALID_HANDLE_VALUE;
+    WithRetries([&] {
+        created = CreateFileW(W(temporary), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+        return created != INVALID_HANDLE_VALUE;
+    });
+    FileHandle file(created);
     if (!file.Valid()) {
         ShowCannotWrite(path);
         return false;
@@ -123,7 +149,10 @@ bool KcsvFile::SaveFile(const std::u16string& path) const {
         written = false;
     }
     written = file.Close() && written;
-    if (!written || !MoveFileExW(W(temporary), W(path), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    const auto replace = [&] {
+        return MoveFileExW(W(temporary), W(path), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+    };
+    if (!written || !WithRetries(replace)) {
         DeleteFileW(W(temporary));
         ShowCannotWrite(path);
         return false;

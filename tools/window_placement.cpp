@@ -56,6 +56,30 @@ SavedLayout FromTable(const KcsvFile& table) {
     return layout;
 }
 
+DefaultPlace DefaultPlaceOf(std::u16string_view id) {
+    static const struct {
+        std::u16string_view id;
+        DefaultPlace place;
+    } kLayout[] = {
+        {kGameId, AtScreenOrigin()},
+        {kFullLogId, AboveWorkArea(0, 360, 640, 360)},
+        {kExtractedLogId, AboveWorkArea(640, 360, 640, 360)},
+        {kMusicPanelId, AnchoredInArea({-276, -222, 0, 0})},
+        {kQuickSearchId, AboveWorkArea(0, 390, 541, 30)},
+        {kPetPanelId, AnchoredInArea({-520, 0, 0, 400})},
+        {kItemPanelId, AnchoredInArea({-700, 0, -520, 240})},
+    };
+    for (const auto& entry : kLayout) {
+        if (entry.id == id) return entry.place;
+    }
+    return AtScreenOrigin();
+}
+
+PixelRect ScreenFromWorkspace(const PixelRect& workspace, int workLeft, int workTop) {
+    return {workspace.left + workLeft, workspace.top + workTop, workspace.right + workLeft,
+            workspace.bottom + workTop};
+}
+
 PixelRect AboveWorkAreaRect(const DefaultPlace& place, const WorkArea& area) {
     const int top = area.bottom - place.rect.top;
     return {place.rect.left, top, place.rect.left + place.rect.right, top + place.rect.bottom};

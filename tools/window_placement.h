@@ -55,11 +55,21 @@ inline DefaultPlace AboveWorkArea(int left, int above, int width, int height) {
 }
 inline DefaultPlace AnchoredInArea(const UnitRect& units) { return {DefaultPlace::Kind::AnchoredInArea, {}, units}; }
 
+// The default layout: where a reset puts the window with this id (the game at the screen origin,
+// the logs side by side above the work area's bottom, the panels in its far corners).
+DefaultPlace DefaultPlaceOf(std::u16string_view id);
+
 struct WorkArea {
     int width = 0, height = 0, bottom = 0;
 };
 
 // The rectangle of an AboveWorkArea place.
 PixelRect AboveWorkAreaRect(const DefaultPlace& place, const WorkArea& area);
+
+// A normal rectangle of a placement record is in workspace coordinates, counted from the top-left
+// corner of its monitor's work area (unless the window is a tool window); SetWindowPos takes screen
+// coordinates. `workLeft` and `workTop` are the work area's offset from the monitor's corner: a
+// taskbar on the left or at the top makes them nonzero.
+PixelRect ScreenFromWorkspace(const PixelRect& workspace, int workLeft, int workTop);
 
 }  // namespace vrl::placement

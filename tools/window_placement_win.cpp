@@ -28,15 +28,29 @@ SavedWindow ReadWindow(HWND window, std::u16string_view id) {
     return {std::u16string(id), {r.left, r.top, r.right, r.bottom}, ::IsWindowVisible(window) ? 1 : 0};
 }
 
+// The saved rectangle in screen coordinates, for SetWindowPos. Without this every restore (and the
+// automatic one at each start) would shift the window by the taskbar's size when the taskbar is
+// at the top or on the left.
+PixelRect OnScreen(HWND window, const PixelRect& workspace) {
+    if (::GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) return workspace;
+    const RECT r{workspace.left, workspace.top, workspace.right, workspace.bottom};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (!::GetMonitorInfoW(::MonitorFromRect(&r, MONITOR_DEFAULTTONEAREST), &monitor)) return workspace;
+    return placement::ScreenFromWorkspace(workspace, monitor.rcWork.left - monitor.rcMonitor.left,
+                                          monitor.rcWork.top - monitor.rcMonitor.top);
+}
+
 void ApplyWindow(HWND window, PlaceableWindow::Restore how, const SavedWindow& saved) {
     const PixelRect& r = saved.normal;
+    const PixelRect screen = how == PlaceableWindow::Restore::FullPlacement ? r : OnScreen(window, r);
     constexpr UINT kMoveOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
     switch (how) {
     case PlaceableWindow::Restore::MoveOnly:
-        ::SetWindowPos(window, nullptr, r.left, r.top, 0, 0, kMoveOnly);
+        ::SetWindowPos(window, nullptr, screen.left, screen.top, 0, 0, kMoveOnly);
         return;
     case PlaceableWindow::Restore::MoveAndShow:
-        ::SetWindowPos(window, nullptr, r.left, r.top, 0, 0, kMoveOnly);
+        ::SetWindowPos(window, nullptr, screen.left, screen.top, 0, 0, kMoveOnly);
         ::ShowWindow(window, saved.showCmd ? SW_SHOW : SW_HIDE);
         return;
     case PlaceableWindow::Restore::FullPlacement: {
@@ -152,7 +166,7 @@ void WindowPlacement::ApplyLogState(const SavedLayout& layout, bool fullLogShown
 void WindowPlacement::Reset() const {
     const placement::WorkArea area = PrimaryWorkArea();
     for (const PlaceableWindow& row : windows_) {
-        if (HWND window = Existing(row)) ResetWindow(window, row.reset, area);
+        if (HWND window = Existing(row)) ResetWindow(window, placement::DefaultPlaceOf(row.id), area);
     }
 }
 

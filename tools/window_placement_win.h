@@ -1,6 +1,7 @@
 #pragma once
 // Saving, restoring and resetting the arrangement of the game window and the companion windows.
-// The frame hands over its table of placeable windows; each panel is one row of it.
+// The frame hands over its table of placeable windows; each panel is one row of it. Where a reset
+// puts each one is the default layout of tools/window_placement.h.
 
 #include <windows.h>
 
@@ -23,7 +24,6 @@ struct PlaceableWindow {
     std::u16string_view id;
     std::function<HWND()> window;  // null (or no longer a window) while it does not exist
     Restore restore = Restore::FullPlacement;
-    placement::DefaultPlace reset;
 };
 
 class WindowPlacement {

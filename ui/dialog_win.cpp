@@ -152,7 +152,7 @@ LRESULT CALLBACK CDialogImplBase::AheadProc(HWND hwnd, UINT msg, WPARAM wp, LPAR
     auto* self = reinterpret_cast<CDialogImplBase*>(::GetWindowLongPtrW(hwnd, DWLP_USER));
     if (self && msg == self->aheadMessage_) {
         LRESULT result = 0;
-        if (self->ProcessWindowMessage(hwnd, msg, wp, lp, result)) return result;
+        if (self->Dispatch(hwnd, msg, wp, lp, result)) return result;
     }
     // Once WM_NCDESTROY has been handled the window has no object any more: the class procedure
     // is the dialog manager's.
@@ -164,7 +164,7 @@ LRESULT CALLBACK CDialogImplBase::AheadProc(HWND hwnd, UINT msg, WPARAM wp, LPAR
 
 INT_PTR CDialogImplBase::Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     LRESULT result = 0;
-    const bool handled = ProcessWindowMessage(hwnd, msg, wp, lp, result);
+    const bool handled = Dispatch(hwnd, msg, wp, lp, result);
     if (msg == WM_NCDESTROY) {
         ::SetWindowLongPtrW(hwnd, DWLP_USER, 0);
         aheadMessage_ = 0;

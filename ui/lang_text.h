@@ -20,7 +20,8 @@ int LanguageIndex();
 // Any value other than 1 selects English: the table of every text has two entries only.
 void SetLanguageIndex(int language);
 
-// The app name, the same in both languages; also the frame title and the tray tip.
+// The app name, the same in both languages; also the tray tip and the frame title, by which the
+// in-game module finds the frame: changing it breaks the link.
 inline constexpr const char16_t* kAppName = u"Vorrel";
 
 }  // namespace vrl

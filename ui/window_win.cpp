@@ -23,6 +23,18 @@ void CWindowImplBase::CancelCreation(CWindowImplBase* object) {
     if (!t_pendingCreations.empty() && t_pendingCreations.back() == object) t_pendingCreations.pop_back();
 }
 
+bool CWindowImplBase::Dispatch(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) noexcept {
+    // An exception must not reach the system's frames between us and the message loop: the
+    // 32-bit build unwinds with DWARF tables, which cannot pass through them, and the process
+    // ends on the spot. What a handler had not finished stays undone; the program goes on.
+    try {
+        return ProcessWindowMessage(hwnd, msg, wp, lp, result);
+    } catch (...) {
+        result = 0;
+        return true;
+    }
+}
+
 HWND CWindowImpl::Create(const ClassSpec& spec, HWND parent, const wchar_t* title, DWORD style, DWORD exStyle,
                          int x, int y, int width, int height, HMENU menu) {
     HINSTANCE instance = ::GetModuleHandleW(nullptr);
@@ -67,7 +79,7 @@ LRESULT CALLBACK CWindowImpl::WindowProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM 
 
 LRESULT CWindowImpl::Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     LRESULT result = 0;
-    if (!ProcessWindowMessage(hwnd, msg, wp, lp, result)) result = DefaultHandling(msg, wp, lp);
+    if (!Dispatch(hwnd, msg, wp, lp, result)) result = DefaultHandling(msg, wp, lp);
     if (msg == WM_NCDESTROY) {
         ::SetWindowLongPtrW(hwnd, GWLP_USERDATA, 0);
         Detach();

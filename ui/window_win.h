@@ -60,6 +60,10 @@ protected:
 
     void Attach(HWND hwnd) { m_hWnd = hwnd; }
     void Detach() { m_hWnd = nullptr; }
+
+    // The class's message map as every window procedure of the layer calls it. Nothing thrown in
+    // a handler leaves it: the message counts as handled, with the answer 0.
+    bool Dispatch(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) noexcept;
 };
 
 // A top-level or child window of a class of our own.

@@ -159,6 +159,12 @@ std::string ScenarioRunner::SendData(Target target, ULONG_PTR code, const std::v
 std::string ScenarioRunner::SendToFrame(UINT message, WPARAM wParam, LPARAM lParam) {
     HWND frame = Frame();
     if (frame == nullptr) return "error: no frame window";
+    if (message == 0xA000) {
+        // The game is in front: it hands the foreground on to the companion, which opens a window.
+        DWORD companion = 0;
+        GetWindowThreadProcessId(frame, &companion);
+        AllowSetForegroundWindow(companion);
+    }
     DWORD_PTR result = 0;
     if (!SendMessageTimeoutW(frame, message, wParam, lParam, SMTO_ABORTIFHUNG, kSendTimeoutMs, &result)) {
         return "error: no answer";

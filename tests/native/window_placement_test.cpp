@@ -46,14 +46,24 @@ TEST(PlacementFile, MissingColumnsAndGarbageReadAsTheFallbacks) {
 
 TEST(DefaultLayout, WindowsSitOnTheWorkAreasBottomAndFarEdges) {
     const WorkArea area{1280, 994, 994};
-    EXPECT_EQ(AboveWorkAreaRect(AboveWorkArea(640, 360, 640, 360), area), (PixelRect{640, 634, 1280, 994}));
+    EXPECT_EQ(AboveWorkAreaRect(DefaultPlaceOf(kExtractedLogId), area), (PixelRect{640, 634, 1280, 994}));
+    EXPECT_EQ(AboveWorkAreaRect(DefaultPlaceOf(kQuickSearchId), area), (PixelRect{0, 604, 541, 634}));
+    EXPECT_EQ(DefaultPlaceOf(kGameId).kind, DefaultPlace::Kind::ScreenOrigin);
 
-    // The pet panel (-520, 0, 0, 400) at 2 pixels per unit: right edge on the area's right.
-    EXPECT_EQ(AnchorInArea({-520, 0, 0, 400}, {-1040, 0, 0, 800}, 1280, 994), (PixelRect{240, 0, 1280, 800}));
-    // The music panel's corner (-276, -222, 0, 0).
-    EXPECT_EQ(AnchorInArea({-276, -222, 0, 0}, {-414, -361, 0, 0}, 1280, 994), (PixelRect{866, 633, 1280, 994}));
+    // The pet panel at 2 pixels per unit: right edge on the area's right.
+    EXPECT_EQ(AnchorInArea(DefaultPlaceOf(kPetPanelId).units, {-1040, 0, 0, 800}, 1280, 994),
+              (PixelRect{240, 0, 1280, 800}));
+    // The music panel's corner.
+    EXPECT_EQ(AnchorInArea(DefaultPlaceOf(kMusicPanelId).units, {-414, -361, 0, 0}, 1280, 994),
+              (PixelRect{866, 633, 1280, 994}));
     // An edge that rounds to 0 pixels is still anchored by its units.
     EXPECT_EQ(AnchorInArea({-1, 5, -1, 6}, {0, 8, 0, 10}, 100, 50), (PixelRect{100, 8, 100, 10}));
+}
+
+// Saved with the taskbar 40 pixels tall on the left, restored by SetWindowPos: the same spot.
+TEST(PlacementFile, AWorkspaceRectangleIsPlacedByTheWorkAreasOffset) {
+    EXPECT_EQ(ScreenFromWorkspace({10, 20, 830, 640}, 40, 0), (PixelRect{50, 20, 870, 640}));
+    EXPECT_EQ(ScreenFromWorkspace({10, 20, 830, 640}, 0, 40), (PixelRect{10, 60, 830, 680}));
 }
 
 }  // namespace

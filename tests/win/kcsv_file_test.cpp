@@ -174,4 +174,25 @@ TEST(KcsvFile, ASaveThatCannotWriteShowsTheWriteBoxAndKeepsTheOldFile) {
     }
 }
 
+// Another program holding the table for a moment delays the save without a box.
+TEST(KcsvFile, ASaveWaitsForABriefHolder) {
+    Folder folder(u"vrl_kcsv_retry");
+    const std::u16string path = folder.File(u"Volume.kcsv");
+    WriteFileBytes(path, "old");
+    const HANDLE holder = CreateFileW(W(path), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(holder, INVALID_HANDLE_VALUE);
+    std::thread release([holder] {
+        Sleep(300);
+        CloseHandle(holder);
+    });
+    {
+        BoxCloser closer(L"Vorrel");
+        EXPECT_TRUE(SampleTable().SaveFile(path));
+        release.join();
+        closer.Join();
+        EXPECT_FALSE(closer.Seen());
+    }
+    EXPECT_EQ(ReadBytes(path), SampleTable().ToUtf8());
+}
+
 }  // namespace

@@ -1,8 +1,9 @@
 // The window layer against the running system: the loop's filter and idle order, a frame's class
-// registered once, and the dialog dispatch's answers.
+// registered once, the dialog dispatch's answers, and handlers that throw.
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -59,9 +60,16 @@ TEST(MessageLoop, FiltersLastRegisteredFirstIdleHandlersInOrderAndQuitValue) {
     EXPECT_EQ(log, expected);
 }
 
+constexpr UINT kThrow = WM_APP + 80;
+
+// Throws on kThrow; answers kProbe with 5.
 class ProbeFrame : public vrl::CFrameWindowImpl {
 public:
-    bool ProcessWindowMessage(HWND, UINT, WPARAM, LPARAM, LRESULT&) override { return false; }
+    bool ProcessWindowMessage(HWND, UINT msg, WPARAM, LPARAM, LRESULT& result) override {
+        if (msg == kThrow) throw std::runtime_error("handler failed");
+        result = 5;
+        return msg == kProbe;
+    }
 };
 
 // The frame's dispatch, extra bytes and exit value are checked end to end, where there is one frame.
@@ -70,6 +78,9 @@ TEST(FrameWindow, ASecondFrameReusesTheRegisteredClass) {
     ProbeFrame first, second;
     ASSERT_TRUE(first.Create(spec, nullptr, L"probe", WS_OVERLAPPEDWINDOW, 0));
     EXPECT_TRUE(second.Create(spec, nullptr, L"probe2", WS_OVERLAPPEDWINDOW, 0));
+    // A handler that throws costs its message only, whichever window procedure called it.
+    EXPECT_EQ(first.Send(kThrow), 0);
+    EXPECT_EQ(first.Send(kProbe), 5);
     second.Destroy();
     first.Destroy();
     MSG quit;  // each frame's end asked this thread's loop to quit
@@ -89,7 +100,10 @@ public:
         case kProbe:
             result = 99;
             return true;
+        case kThrow:
+            throw std::runtime_error("handler failed");
         case kProbe + 1:
+            if (wp == 0) throw std::runtime_error("handler failed");
             ++ahead;
             result = static_cast<LRESULT>(wp) * 2;
             return true;
@@ -109,6 +123,9 @@ TEST(DialogWindow, AnswersThroughTheMessageResultOrAheadOfTheDialogManager) {
         EXPECT_EQ(dialog.Send(kProbe + 1, 21), 42);
         EXPECT_EQ(::GetWindowLongPtrW(dialog.Handle(), DWLP_MSGRESULT), before) << "not through the message result";
         EXPECT_EQ(dialog.Send(kProbe), 99) << "other messages still go through the dialog manager";
+        EXPECT_EQ(dialog.Send(kThrow), 0);
+        EXPECT_EQ(dialog.Send(kProbe + 1, 0), 0);
+        EXPECT_EQ(dialog.Send(kProbe), 99);
         dialog.Destroy();
         EXPECT_FALSE(dialog.IsWindow());
     }
