@@ -7,6 +7,7 @@
 #include "settings/install_check_texts.h"
 #include "settings/kcsv.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <system_error>

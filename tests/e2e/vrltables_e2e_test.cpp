@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "e2e_support.h"
 
 namespace {
@@ -35,6 +37,7 @@ std::string RunVrlTables(const e2e::Install& install, DWORD* exitCode, const std
     ::GetExitCodeProcess(process.hProcess, exitCode);
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);
+    output.erase(std::remove(output.begin(), output.end(), '\r'), output.end());  // the console's line ends
     return output;
 }
 
