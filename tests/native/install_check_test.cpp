@@ -128,7 +128,7 @@ std::string InstallReport(FakeFiles& disk, const std::string& ini, const std::u1
     return out;
 }
 
-TEST(InstallCheck, ACorrectInstallationIsCleanAndEachMissingPieceIsNamed) {
+TEST(InstallationCheck, ACorrectInstallationIsCleanAndEachMissingPieceIsNamed) {
     const std::string ini = "[Vorrel_v5]\r\nwstrMorva=C:\\Morva\\morva.exe\r\nenMusicExtender=1\r\nenLogExtender=1\r\n";
     FakeFiles disk = PlayersDisk();
     disk.files.insert(u"C:\\Morva\\Vorrel\\bass.dll");
@@ -155,7 +155,7 @@ TEST(InstallCheck, ACorrectInstallationIsCleanAndEachMissingPieceIsNamed) {
                                                    "user folder)"));
 }
 
-TEST(InstallCheck, TriesTheGameAsTheLauncherDoes) {
+TEST(InstallationCheck, TriesTheGameAsTheLauncherDoes) {
     FakeFiles disk = PlayersDisk();
     disk.files.insert(u"C:\\Morva\\readme.txt");
     disk.folders.insert(u"C:\\Other");
