@@ -1,5 +1,7 @@
 #include "settings/app_settings.h"
 
+#include "settings/kcsv.h"
+
 namespace vrl {
 namespace {
 
@@ -25,7 +27,10 @@ const std::vector<AppSettings::Entry>& AppSettings::KeyTable() {
         auto text = [&t](std::u16string_view name, std::u16string AppSettings::*field) {
             t.push_back({name, TypeOfKey(name), nullptr, field});
         };
-        integer(u"iLanguage", &AppSettings::iLanguage);
+        auto ranged = [&t](std::u16string_view name, int AppSettings::*field, int low, int high) {
+            t.push_back({name, TypeOfKey(name), field, nullptr, low, high});
+        };
+        ranged(u"iLanguage", &AppSettings::iLanguage, -1, 1);
         text(u"wstrMorva", &AppSettings::wstrMorva);
 #define VRL_KEY(name) integer(u## #name, &AppSettings::name)
         VRL_KEY(enLogExtender); VRL_KEY(enLogExtender_FullLog); VRL_KEY(enItemInfo); VRL_KEY(enPetInfo);
@@ -42,7 +47,10 @@ const std::vector<AppSettings::Entry>& AppSettings::KeyTable() {
         VRL_KEY(enMusicExtender); VRL_KEY(enMusicExtender_NoReplace); VRL_KEY(enMusicExtender_SupressRestart);
         VRL_KEY(enWeightAdjust); VRL_KEY(enNoZip); VRL_KEY(enCustomRealDate); VRL_KEY(enSaveBackup);
         VRL_KEY(enDangerCheat); VRL_KEY(enCheatEngine);
-        VRL_KEY(iStockMK); VRL_KEY(iScreenshotRange); VRL_KEY(iScreenshotFormat); VRL_KEY(iJpegQuality);
+        VRL_KEY(iStockMK);
+        ranged(u"iScreenshotRange", &AppSettings::iScreenshotRange, 0, 11);
+        ranged(u"iScreenshotFormat", &AppSettings::iScreenshotFormat, 0, 3);
+        ranged(u"iJpegQuality", &AppSettings::iJpegQuality, 0, 100);
         VRL_KEY(iInfoLayerFrame); VRL_KEY(iInfoLayerStamina); VRL_KEY(iInfoLayerSatiety);
         VRL_KEY(iInfoLayerEtherwind); VRL_KEY(iInfoLayerQuestCount); VRL_KEY(iInfoLayerQuestNpcDir);
         VRL_KEY(iDateFormat); VRL_KEY(iSatietyFormat); VRL_KEY(iSatietyPos); VRL_KEY(iWeightGraphPosition_Right);
@@ -54,6 +62,14 @@ const std::vector<AppSettings::Entry>& AppSettings::KeyTable() {
         return t;
     }();
     return table;
+}
+
+const AppSettings::Entry* AppSettings::FindKey(std::u16string_view name) {
+    const std::u16string lower = AsciiLower(name);
+    for (const Entry& entry : KeyTable()) {
+        if (AsciiLower(entry.name) == lower) return &entry;
+    }
+    return nullptr;
 }
 
 void AppSettings::Load(ProfileSource& source) {

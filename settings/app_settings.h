@@ -3,6 +3,7 @@
 // frame is created and read-only afterwards; the settings editor writes the file, we never do.
 // The key table fixes the order of reading; a key's type comes from its name's prefix.
 
+#include <climits>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -58,9 +59,16 @@ struct AppSettings {
         KeyType type;
         int AppSettings::*integer;           // for Integer keys
         std::u16string AppSettings::*text;   // for String keys
+        // The values the program gives a meaning to (Integer keys); any value is taken for the
+        // flags, which count as on when nonzero.
+        int low = INT_MIN, high = INT_MAX;
     };
     // The 78 keys in reading order.
     static const std::vector<Entry>& KeyTable();
+    // The entry of that key (case of A to Z ignored, as the profile functions compare), or null.
+    static const Entry* FindKey(std::u16string_view name);
+    // The value an Integer key has when the file does not set it.
+    static int DefaultOf(const Entry& entry) { return AppSettings().*entry.integer; }
 
     // Reads every key in table order; integers default to their current value.
     void Load(ProfileSource& source);

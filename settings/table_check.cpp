@@ -56,7 +56,8 @@ std::size_t EditDistance(std::u16string_view a, std::u16string_view b) {
     return row[b.size()];
 }
 
-// The known name nearest to `name` (case of A to Z ignored), when it is near enough to be a slip.
+}  // namespace
+
 std::u16string NearestName(std::u16string_view name, const std::vector<std::u16string>& known) {
     const std::u16string lower = AsciiLower(name);
     std::u16string best;
@@ -70,6 +71,8 @@ std::u16string NearestName(std::u16string_view name, const std::vector<std::u16s
     }
     return best;
 }
+
+namespace {
 
 // What a misspelt option was probably meant to be. Numbered options (invoke0 ... invoke99) are
 // compared with the number the player wrote, written plainly: invoke05 is invoke5, invoce3 is

@@ -28,4 +28,8 @@ std::string QuotedForReport(std::u16string_view text);
 // The text of `message` in `language` (UTF-8), with %1, %2, ... replaced by `args`.
 std::string SayText(int language, const LangText& message, std::initializer_list<std::string> args);
 
+// The known name nearest to `name` (case of A to Z ignored), when it is near enough to be a slip;
+// empty when none is.
+std::u16string NearestName(std::u16string_view name, const std::vector<std::u16string>& known);
+
 }  // namespace vrl

@@ -21,8 +21,13 @@ using CommandFn = int (*)(const Args& args, const Context& context);
 int Check(const Args& paths, const Context& context);
 int Dump(const Args& args, const Context& context);
 int Try(const Args& args, const Context& context);
-// Checks every known table that exists in the current folder.
+// Checks every known table that exists in the current folder (none is no problem).
 int CheckTablesHere(const Context& context);
+// Vrl.ini, the game it names and the installation around it (its folder).
+bool IsSettingsFile(const std::u16string& path);
+int CheckSettings(const std::u16string& path, const Context& context);
+// Vrl.ini (when there is one yet), the installation and the tables of the current folder.
+int CheckEverythingHere(const Context& context);
 int Usage(const Context& context);
 
 // Console and files.

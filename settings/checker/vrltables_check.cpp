@@ -17,6 +17,10 @@ int Check(const Args& paths, const Context& context) {
     if (paths.empty()) return Usage(context);
     bool found = false;
     for (const std::u16string& path : paths) {
+        if (IsSettingsFile(path)) {
+            found = CheckSettings(path, context) != 0 || found;
+            continue;
+        }
         const std::string name = Utf16ToUtf8(path);
         std::string bytes;
         if (!ReadFileBytes(path, bytes)) {
@@ -42,8 +46,7 @@ int CheckTablesHere(const Context& context) {
     }
     if (present.empty()) {
         Print(stdout, SayText(context.language, text::kNoTablesHere, {Utf16ToUtf8(FullPath(u"."))}));
-        Usage(context);
-        return 2;
+        return 0;
     }
     return Check(present, context);
 }

@@ -1,6 +1,7 @@
 // vrltables: shows how the program reads its table files, checks them for what it would read
 // differently from what the player meant, and tries sample input against them. Files given
-// without a command are checked; without any arguments the known tables in the current folder are.
+// without a command are checked (Vrl.ini with the installation around it); without any arguments
+// Vrl.ini, the installation and the known tables of the current folder are.
 
 #include "settings/checker/vrltables.h"
 #include "settings/kcsv.h"
@@ -26,7 +27,7 @@ constexpr Command kCommands[] = {
 };
 
 int Run(const Args& args, const Context& context) {
-    if (args.empty()) return CheckTablesHere(context);
+    if (args.empty()) return CheckEverythingHere(context);
     for (const Command& command : kCommands) {
         if (args[0] == command.name) return command.run(Args(args.begin() + 1, args.end()), context);
     }
