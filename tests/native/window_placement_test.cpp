@@ -46,7 +46,9 @@ TEST(PlacementFile, MissingColumnsAndGarbageReadAsTheFallbacks) {
 
 TEST(DefaultLayout, WindowsSitOnTheWorkAreasBottomAndFarEdges) {
     const WorkArea area{1280, 994, 994};
-    EXPECT_EQ(AboveWorkAreaRect(AboveWorkArea(640, 360, 640, 360), area), (PixelRect{640, 634, 1280, 994}));
+    EXPECT_EQ(AboveWorkAreaRect(AboveWorkArea(640, 360, 640, 360), area, 96), (PixelRect{640, 634, 1280, 994}));
+    // The sizes are pixels at 96 DPI: at 144 the quick search bar is wide enough for its buttons.
+    EXPECT_EQ(AboveWorkAreaRect(AboveWorkArea(0, 390, 541, 30), area, 144), (PixelRect{0, 409, 812, 454}));
 
     // The pet panel (-520, 0, 0, 400) at 2 pixels per unit: right edge on the area's right.
     EXPECT_EQ(AnchorInArea({-520, 0, 0, 400}, {-1040, 0, 0, 800}, 1280, 994), (PixelRect{240, 0, 1280, 800}));
