@@ -105,7 +105,6 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
     app.frame = game_link::FindFrame();
     CreateStatusStatics();
-    screenshots_.SetOwner(m_hWnd);
     RegisterHotkeys();
     CreateCompanionWindows();
 
@@ -324,7 +323,6 @@ void CMainFrame::OnDestroy() {
         loop->RemoveIdleHandler(this);
     }
     DestroyCompanionWindows();
-    screenshots_.ReleaseSound();
     tray_.Remove();
     if (richEdit_) {
         ::FreeLibrary(richEdit_);
