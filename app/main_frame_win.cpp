@@ -106,7 +106,6 @@ LRESULT CMainFrame::OnCreate(const CREATESTRUCTW* create) {
 
     app.frame = game_link::FindFrame();
     CreateStatusStatics();
-    screenshots_.SetOwner(m_hWnd);
     RegisterHotkeys();
     CreateCompanionWindows();
 
@@ -319,7 +318,6 @@ void CMainFrame::OnDestroy() {
         loop->RemoveIdleHandler(this);
     }
     DestroyCompanionWindows();
-    screenshots_.ReleaseSound();
     tray_.Remove();
     if (richEdit_) {
         ::FreeLibrary(richEdit_);

@@ -113,10 +113,10 @@ void CLogExtenderDlg_Child::OnInitDialog() {
     SetProgramIcons(m_hWnd);
     ResetSystemMenu(m_hWnd, {{kCmdClearLog, &log_texts::kClearLog}});
     view_ = Item(kViewId);
+    // The one WM_SIZE of the creation came before the view existed: lay it out now.
     RECT client{};
     ::GetClientRect(m_hWnd, &client);
-    clientWidth_ = client.right;
-    clientHeight_ = client.bottom;
+    OnSize(client.right, client.bottom);
 }
 
 void CLogExtenderDlg_Child::OnSize(int width, int height) {
@@ -210,10 +210,11 @@ void CLogExtenderDlg::OnInitDialog() {
     InsertTab(tab_, 1, log_texts::kExtractedLog);
     LoadLogRules();
     sounds_ = std::make_unique<SoundEffectPlayer>(m_hWnd, 3);
+    // The one WM_SIZE of the creation came before the controls existed: without a layout now the
+    // tab control would sit over the full log and the views keep the template's margins.
     RECT client{};
     ::GetClientRect(m_hWnd, &client);
-    clientWidth_ = client.right;
-    clientHeight_ = client.bottom;
+    OnSize(client.right, client.bottom);
     // The game waits for every line; the dialog manager has nothing to do with them.
     AnswerAheadOfDialogManager(WM_COPYDATA);
 }

@@ -102,17 +102,14 @@ void InsertColumn(HWND list, int index, const LangText& title) {
     column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
     column.fmt = LVCFMT_LEFT;
     column.pszText = text.data();
-    column.cx = static_cast<int>(::SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str()))) + 15;
+    column.cx = static_cast<int>(::SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str()))) +
+                ScaledForWindow(list, 15);
     ::SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
 }
 
 }  // namespace
 
-CMusicPlayerDlg::CMusicPlayerDlg() {
-    HDC screen = ::GetDC(nullptr);
-    screenDpi_ = screen ? ::GetDeviceCaps(screen, LOGPIXELSX) : 96;
-    if (screen) ::ReleaseDC(nullptr, screen);
-}
+CMusicPlayerDlg::CMusicPlayerDlg() : screenDpi_(WindowDpi(nullptr)) {}
 
 CMusicPlayerDlg::~CMusicPlayerDlg() { Destroy(); }
 
@@ -417,8 +414,8 @@ void CMusicPlayerDlg::OnSize(int width, int height) {
 
 void CMusicPlayerDlg::OnSizing(WPARAM edge, RECT* rect) const {
     if (!rect) return;
-    const int minWidth = ::MulDiv(kMinWidthAt96, screenDpi_, 96);
-    const int minHeight = ::MulDiv(kMinHeightAt96, screenDpi_, 96);
+    const int minWidth = ScaleToDpi(kMinWidthAt96, screenDpi_);
+    const int minHeight = ScaleToDpi(kMinHeightAt96, screenDpi_);
     if (rect->right - rect->left < minWidth) {
         if (edge == WMSZ_LEFT || edge == WMSZ_TOPLEFT || edge == WMSZ_BOTTOMLEFT) {
             rect->left = rect->right - minWidth;

@@ -26,7 +26,8 @@ struct ListColumn {
     int format;
     int width;
 };
-// Columns 0 and 1 start hidden; the player can widen them with the header divider.
+// Columns 0 and 1 start hidden; the player can widen them with the header divider. Widths in
+// pixels at 96 DPI.
 constexpr ListColumn kColumns[4] = {{LVCFMT_LEFT, 0}, {LVCFMT_RIGHT, 0}, {LVCFMT_LEFT, 150}, {LVCFMT_RIGHT, 100}};
 
 struct Anchored {
@@ -64,7 +65,7 @@ void AddColumns(HWND list) {
         LVCOLUMNW column{};
         column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
         column.fmt = kColumns[i].format;
-        column.cx = kColumns[i].width;
+        column.cx = ScaledForWindow(list, kColumns[i].width);
         column.pszText = const_cast<wchar_t*>(W(item_texts::kHeaders[i]));
         column.iSubItem = i;
         ::SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));

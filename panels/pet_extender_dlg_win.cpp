@@ -18,8 +18,15 @@ namespace vrl {
 namespace {
 
 constexpr DWORD kPanelStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
-constexpr DWORD kListStyle = LVS_REPORT | WS_BORDER | WS_TABSTOP;
+// Windows destroys a list view's image lists with the control unless it shares them; the panel
+// keeps its picture list for its own life and destroys it itself.
+constexpr DWORD kListStyle = LVS_REPORT | LVS_SHAREIMAGELISTS | WS_BORDER | WS_TABSTOP;
+// Pixel sizes at 96 DPI; the panel scales them to its window's resolution.
 constexpr int kPictureSide = 40;
+constexpr int kHeaderPadding = 15;
+constexpr int kScrollBarMargin = 4;
+constexpr int kBarInset = 2;
+constexpr int kBarHeight = 6;
 constexpr int kSourceCell = 48;  // the module's strip
 constexpr int kNameLimit = 128;
 constexpr UnitRect kLabelRect{6, 6, 42, 18};
@@ -103,10 +110,7 @@ private:
 
 }  // namespace
 
-CPetExtenderDlg::~CPetExtenderDlg() {
-    Destroy();
-    if (pictures_) ::ImageList_Destroy(pictures_);
-}
+CPetExtenderDlg::~CPetExtenderDlg() { Destroy(); }
 
 HWND CPetExtenderDlg::Create() {
     static DialogTemplate t;
@@ -161,10 +165,12 @@ void CPetExtenderDlg::Setup(bool first) {
     // A filter the list does not have selects nothing, and shows no pets until one is chosen.
     ::SendDlgItemMessageW(m_hWnd, kFilterId, CB_SETCURSEL, static_cast<WPARAM>(options_.filterIndex), 0);
     ::CheckDlgButton(m_hWnd, kAutoAdjustId, options_.autoAdjust ? BST_CHECKED : BST_UNCHECKED);
+    const int dpi = WindowDpi(m_hWnd);
     for (int column = 0; column < kPetColumnCount; ++column) {
-        // Negative widths mean "size to the contents" to the list; a width is a width.
+        // Negative widths mean "size to the contents" to the list; a width is a width. The file
+        // holds widths at 96 DPI, like every size the panel is given in pixels.
         const int width = std::max(0, options_.widths[static_cast<std::size_t>(column)]);
-        ListView_SetColumnWidth(list_, column, width);
+        ListView_SetColumnWidth(list_, column, ScaleToDpi(width, dpi));
     }
     look_ = PetListLook::Read(file.Table());
     if (options_.autoAdjust) AutoAdjustColumns(ListWidth());
@@ -181,12 +187,13 @@ void CPetExtenderDlg::CreateListParts() {
         spec.mask = LVCF_FMT | LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
         spec.fmt = kColumns[column].format;
         spec.pszText = const_cast<wchar_t*>(kColumns[column].header);
-        spec.cx = ListView_GetStringWidth(list_, kColumns[column].header) + 15;
+        spec.cx = ListView_GetStringWidth(list_, kColumns[column].header) + ScaledForWindow(m_hWnd, kHeaderPadding);
         spec.iSubItem = column;
         ListView_InsertColumn(list_, column, &spec);
     }
-    pictures_ = ::ImageList_Create(kPictureSide, kPictureSide, ILC_COLOR32, kPetRows, 0);
-    ListView_SetImageList(list_, pictures_, LVSIL_SMALL);
+    pictureSide_ = ScaledForWindow(m_hWnd, kPictureSide);
+    pictures_.reset(::ImageList_Create(pictureSide_, pictureSide_, ILC_COLOR32, kPetRows, 0));
+    ListView_SetImageList(list_, pictures_.get(), LVSIL_SMALL);
     for (int row = 0; row < kPetRows; ++row) {
         LVITEMW item{};
         item.mask = LVIF_TEXT | LVIF_IMAGE;
@@ -202,8 +209,9 @@ void CPetExtenderDlg::SaveOptions() const {
     PetInfoFile file;
     file.Load();
     PetPanelOptions options = options_;
+    const int dpi = WindowDpi(m_hWnd);
     for (int column = 0; column < kPetColumnCount; ++column)
-        options.widths[static_cast<std::size_t>(column)] = ListView_GetColumnWidth(list_, column);
+        options.widths[static_cast<std::size_t>(column)] = ScaleFromDpi(ListView_GetColumnWidth(list_, column), dpi);
     options.Write(file.Table());
     file.Save();
 }
@@ -232,7 +240,8 @@ int CPetExtenderDlg::ListWidth() const {
 void CPetExtenderDlg::AutoAdjustColumns(int listWidth) {
     int fixed = 0;
     for (int column = 0; column < kFirstBarColumn; ++column) fixed += ListView_GetColumnWidth(list_, column);
-    const int freeWidth = listWidth - (::GetSystemMetrics(SM_CXVSCROLL) + 4) - fixed;
+    const int freeWidth =
+        listWidth - (::GetSystemMetrics(SM_CXVSCROLL) + ScaledForWindow(m_hWnd, kScrollBarMargin)) - fixed;
     const auto widths = SplitBarColumns(freeWidth, look_.Ratios());
     for (int bar = 0; bar < kPetBarCount; ++bar)
         ListView_SetColumnWidth(list_, kFirstBarColumn + bar, widths[static_cast<std::size_t>(bar)]);
@@ -313,13 +322,13 @@ void CPetExtenderDlg::BlankRowsFrom(int first) const {
 
 void CPetExtenderDlg::RebuildPictures() {
     if (!pictures_) return;
-    ::ImageList_RemoveAll(pictures_);
+    ::ImageList_RemoveAll(pictures_.get());
     const PictureStrip strip(App().folders.program + L"\\peticons.bmp");
 
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = kPictureSide * kPetRows;
-    info.bmiHeader.biHeight = kPictureSide;
+    info.bmiHeader.biWidth = pictureSide_ * kPetRows;
+    info.bmiHeader.biHeight = pictureSide_;
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     info.bmiHeader.biCompression = BI_RGB;
@@ -332,7 +341,7 @@ void CPetExtenderDlg::RebuildPictures() {
     if (target && source && cells) {
         HGDIOBJ oldTarget = ::SelectObject(target, cells);
         // Cells without a picture show the list's background.
-        const RECT all{0, 0, kPictureSide * kPetRows, kPictureSide};
+        const RECT all{0, 0, pictureSide_ * kPetRows, pictureSide_};
         Brush(look_.background).Fill(target, all);
         if (strip.Get()) {
             HGDIOBJ oldSource = ::SelectObject(source, strip.Get());
@@ -340,13 +349,13 @@ void CPetExtenderDlg::RebuildPictures() {
             ::SetBrushOrgEx(target, 0, 0, nullptr);
             for (int row = 0; row < rows_.RowCount(); ++row) {
                 if (!strip.HasCell(rows_.SlotOf(row))) continue;
-                ::StretchBlt(target, row * kPictureSide, 0, kPictureSide, kPictureSide, source,
+                ::StretchBlt(target, row * pictureSide_, 0, pictureSide_, pictureSide_, source,
                              rows_.SlotOf(row) * kSourceCell, 0, kSourceCell, kSourceCell, SRCCOPY);
             }
             ::SelectObject(source, oldSource);
         }
         ::SelectObject(target, oldTarget);
-        ::ImageList_Add(pictures_, cells, nullptr);
+        ::ImageList_Add(pictures_.get(), cells, nullptr);
     }
     if (cells) ::DeleteObject(cells);
     if (source) ::DeleteDC(source);
@@ -372,6 +381,8 @@ LRESULT CPetExtenderDlg::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
 }
 
 void CPetExtenderDlg::DrawBars(HDC dc) const {
+    const int dpi = WindowDpi(m_hWnd);
+    const int inset = ScaleToDpi(kBarInset, dpi), height = ScaleToDpi(kBarHeight, dpi), edge = ScaleToDpi(1, dpi);
     for (int bar = 0; bar < kPetBarCount; ++bar) {
         const PetBarLook& look = look_.bars[static_cast<std::size_t>(bar)];
         if (!look.drawn) continue;
@@ -379,10 +390,10 @@ void CPetExtenderDlg::DrawBars(HDC dc) const {
         for (int row = 0; row < rows_.RowCount(); ++row) {
             RECT r{};
             if (!ListView_GetSubItemRect(list_, row, kFirstBarColumn + bar, LVIR_BOUNDS, &r)) continue;
-            ::InflateRect(&r, -2, -2);
-            r.top = r.bottom - 6;
+            ::InflateRect(&r, -inset, -inset);
+            r.top = r.bottom - height;
             frame.Fill(dc, r);
-            ::InflateRect(&r, -1, -1);
+            ::InflateRect(&r, -edge, -edge);
             background.Fill(dc, r);
             const BarValue value = PetBarValue(rows_.Row(row), bar);
             r.right = r.left + BarFillWidth(r.right - r.left, value.current, value.maximum);

@@ -7,6 +7,9 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <memory>
+#include <type_traits>
+
 #include "panels/pet_options.h"
 #include "panels/pet_record.h"
 #include "ui/dialog_win.h"
@@ -51,9 +54,16 @@ private:
     void RebuildPictures();
     void BlankRowsFrom(int row) const;
 
+    struct ImageListDestroyer {
+        void operator()(HIMAGELIST list) const { ::ImageList_Destroy(list); }
+    };
+
     HWND list_ = nullptr;
     HWND frame_ = nullptr;
-    HIMAGELIST pictures_ = nullptr;
+    // Ours alone: the list view shares it (LVS_SHAREIMAGELISTS) and leaves it alive when it goes,
+    // so it is destroyed here, once, after the window.
+    std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDestroyer> pictures_;
+    int pictureSide_ = 0;  // of the image list's pictures, in pixels of this window
     PetPanelOptions options_;
     PetListLook look_;
     PetRows rows_;

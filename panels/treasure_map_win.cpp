@@ -55,6 +55,9 @@ bool CTreasureMapDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM, LR
         if (LOWORD(wp) != IDOK && LOWORD(wp) != IDCANCEL) return false;
         Show(SW_HIDE);
         return true;
+    case WM_DESTROY:
+        ShowPicture(nullptr);  // takes back a copy the static may hold
+        return false;
     }
     return false;
 }
@@ -67,21 +70,24 @@ void CTreasureMapDlg::OnInitDialog() {
 void CTreasureMapDlg::CaptureAndShow() {
     HWND game = App().gameWindow;
     HWND draw = game_link::GameDrawWindow(App().frame);
-    RECT gameClient{}, drawClient{};
-    if (!game || !::GetClientRect(game, &gameClient) || !draw || !::GetClientRect(draw, &drawClient)) return;
-    const std::optional<int> scale = treasure_map::DisplayScale(drawClient.bottom, gameClient.bottom);
-    if (!scale) return;
-    const treasure_map::PictureSize size = treasure_map::ScaledPicture(*scale);
-    const treasure_map::MapRect region = treasure_map::MapRegion(gameClient.right, gameClient.bottom);
-
-    const RECT source{region.x, region.y, region.x + region.width, region.y + region.height};
-    HBITMAP captured = CaptureClientRegion(game, source, size.width, size.height);
+    if (!game || !draw) return;
+    treasure_map::PictureSize size{};
+    HBITMAP captured = nullptr;
+    {
+        // The game's rectangles and its device context in the game's own pixels (see WindowDpiScope).
+        const WindowDpiScope scope(game);
+        RECT gameClient{}, drawClient{};
+        if (!::GetClientRect(game, &gameClient) || !::GetClientRect(draw, &drawClient)) return;
+        const std::optional<int> scale = treasure_map::DisplayScale(drawClient.bottom, gameClient.bottom);
+        if (!scale) return;
+        size = treasure_map::ScaledPicture(*scale);
+        const treasure_map::MapRect region = treasure_map::MapRegion(gameClient.right, gameClient.bottom);
+        const RECT source{region.x, region.y, region.x + region.width, region.y + region.height};
+        captured = CaptureClientRegion(game, source, size.width, size.height);
+    }
     if (!captured) return;
     Show(SW_SHOWNOACTIVATE);
-    HWND picture = Item(kPictureId);
-    ::SendMessageW(picture, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(captured));
-    if (picture_) ::DeleteObject(picture_);
-    picture_ = captured;
+    ShowPicture(captured);
 
     RECT frame{0, 0, size.width, size.height};
     ::AdjustWindowRectEx(&frame, static_cast<DWORD>(::GetWindowLongW(m_hWnd, GWL_STYLE)), FALSE,
@@ -92,7 +98,18 @@ void CTreasureMapDlg::CaptureAndShow() {
     ::GetWindowRect(::GetDesktopWindow(), &desktop);
     const int left = treasure_map::MapWindowLeft(drawWindow.right, width, desktop.right);
     ::SetWindowPos(m_hWnd, HWND_TOP, left, drawWindow.top, width, height, SWP_NOACTIVATE);
-    ::MoveWindow(picture, 0, 0, size.width, size.height, TRUE);
+    ::MoveWindow(Item(kPictureId), 0, 0, size.width, size.height, TRUE);
+}
+
+void CTreasureMapDlg::ShowPicture(HBITMAP picture) {
+    // The static answers with the picture it showed before. With version 6 of the common controls
+    // that can be a copy it made of ours (it copies a picture whose pixels carry alpha), and the
+    // copy is then ours to delete: nothing frees a picture the static hands back.
+    const auto shown = reinterpret_cast<HBITMAP>(
+        ::SendDlgItemMessageW(m_hWnd, kPictureId, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(picture)));
+    if (shown && shown != picture_) ::DeleteObject(shown);
+    if (picture_) ::DeleteObject(picture_);
+    picture_ = picture;
 }
 
 }  // namespace vrl

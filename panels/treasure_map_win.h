@@ -24,6 +24,8 @@ private:
     // Cuts the map out of the game window now and shows it; nothing while no game window is known
     // or either client area has no height.
     void CaptureAndShow();
+    // Puts `picture` into the static and keeps it, deleting the one it replaces.
+    void ShowPicture(HBITMAP picture);
 
     HBITMAP picture_ = nullptr;
 };

@@ -9,9 +9,8 @@
 #include "app/app_state_win.h"
 #include "app/error_box_win.h"
 #include "app/game_link_win.h"
-#include "log/sound_effect_player_win.h"
-#include "ui/window_capture_win.h"
 #include "tools/screenshot.h"
+#include "ui/window_capture_win.h"
 #include "ui/wide_win.h"
 
 namespace vrl {
@@ -66,12 +65,6 @@ bool FindImageEncoder(const wchar_t* mimeType, CLSID* clsid, int* index) {
     return false;
 }
 
-ScreenshotTaker::ScreenshotTaker(HWND owner) : owner_(owner) {}
-
-ScreenshotTaker::~ScreenshotTaker() = default;
-
-void ScreenshotTaker::ReleaseSound() { sound_.reset(); }
-
 void ScreenshotTaker::TakeRange(int range) {
     const AppState& app = App();
     HWND game = app.gameWindow;
@@ -92,27 +85,40 @@ void ScreenshotTaker::TakeRange(int range) {
 }
 
 void ScreenshotTaker::CaptureClient(HWND game, int dx, int dy, int width, int height) {
-    RECT client{};
-    ::GetClientRect(game, &client);
-    const PixelRect r =
-        screenshot::ClientCaptureRect({screenshot::Capture::Kind::Client, dx, dy, width, height},
-                                      client.right - client.left, client.bottom - client.top);
-    HDC dc = ::GetDC(game);
-    CaptureAndSave(dc, RECT{r.left, r.top, r.right, r.bottom}, -1);
-    ::ReleaseDC(game, dc);
+    HBITMAP copy = nullptr;
+    {
+        // The client rectangle and the device context in the game's own pixels (see WindowDpiScope).
+        const WindowDpiScope scope(game);
+        RECT client{};
+        ::GetClientRect(game, &client);
+        const PixelRect r =
+            screenshot::ClientCaptureRect({screenshot::Capture::Kind::Client, dx, dy, width, height},
+                                          client.right - client.left, client.bottom - client.top);
+        copy = CaptureClientRegion(game, RECT{r.left, r.top, r.right, r.bottom}, r.Width(), r.Height());
+    }
+    Save(copy, -1);
 }
 
 void ScreenshotTaker::CaptureWholeWindow(HWND game) {
-    RECT window{};
-    ::GetWindowRect(game, &window);
-    HDC dc = ::GetWindowDC(game);
-    CaptureAndSave(dc, RECT{0, 0, window.right - window.left, window.bottom - window.top}, -1);
-    ::ReleaseDC(game, dc);
+    const RECT frame = VisibleWindowFrame(game);
+    HBITMAP copy = nullptr;
+    {
+        const WindowDpiScope scope(game);
+        HDC dc = ::GetWindowDC(game);
+        if (dc) {
+            copy = CopyRegion(dc, frame, frame.right - frame.left, frame.bottom - frame.top);
+            ::ReleaseDC(game, dc);
+        }
+    }
+    Save(copy, -1);
 }
 
 void ScreenshotTaker::CaptureAndSave(HDC source, const RECT& rect, int format) {
+    Save(CopyRegion(source, rect, rect.right - rect.left, rect.bottom - rect.top), format);
+}
+
+void ScreenshotTaker::Save(HBITMAP copy, int format) {
     const AppState& app = App();
-    HBITMAP copy = CopyRegion(source, rect, rect.right - rect.left, rect.bottom - rect.top);
     const OutputFile out =
         screenshot::OutputFor(format == -1 ? app.settings.iScreenshotFormat : format, app.settings.iJpegQuality,
                               Now(), U16(app.screenshotFolder), U16(app.saveBackupFolder));
@@ -122,14 +128,8 @@ void ScreenshotTaker::CaptureAndSave(HDC source, const RECT& rect, int format) {
         Encode(copy, out);
     }
     if (copy) ::DeleteObject(copy);
-    PlayConfirmation();
-}
-
-void ScreenshotTaker::PlayConfirmation() {
-    // Through the audio library the alert sounds use when it is there; the system's own player
-    // otherwise. Either way it does not wait for the sound.
-    if (!sound_) sound_ = std::make_unique<SoundEffectPlayer>(owner_, 1);
-    if (sound_->PlaySoundEffect(kConfirmationSound, 1.0f)) return;
+    // The system's player, which does not wait for the sound and lets go of the audio device
+    // when it ends.
     ::PlaySoundW(W(kConfirmationSound), nullptr, SND_FILENAME | SND_ASYNC);
 }
 

@@ -4,12 +4,7 @@
 
 #include <windows.h>
 
-#include <memory>
-#include <string>
-
 namespace vrl {
-
-class SoundEffectPlayer;
 
 // The installed GDI+ image encoder for `mimeType` (compared case-sensitively): its class id and
 // its index in the encoder list. False when there is none (or no list at all).
@@ -17,16 +12,6 @@ bool FindImageEncoder(const wchar_t* mimeType, CLSID* clsid, int* index = nullpt
 
 class ScreenshotTaker {
 public:
-    // `owner` is handed to the audio library when the confirmation sound is its first use.
-    explicit ScreenshotTaker(HWND owner = nullptr);
-    ~ScreenshotTaker();
-    ScreenshotTaker(const ScreenshotTaker&) = delete;
-    ScreenshotTaker& operator=(const ScreenshotTaker&) = delete;
-
-    void SetOwner(HWND owner) { owner_ = owner; }
-    // Lets go of the audio library while its owner window still exists.
-    void ReleaseSound();
-
     // Range 0 to 11 of the game window the game watch found; nothing before it is known, and
     // nothing for other ranges.
     void TakeRange(int range);
@@ -37,10 +22,8 @@ public:
 private:
     void CaptureClient(HWND game, int dx, int dy, int width, int height);
     void CaptureWholeWindow(HWND game);
-    void PlayConfirmation();
-
-    HWND owner_;
-    std::unique_ptr<SoundEffectPlayer> sound_;  // made on the first shot
+    // Writes `copy` (null when the capture failed) in `format`, deletes it and plays the sound.
+    void Save(HBITMAP copy, int format);
 };
 
 }  // namespace vrl

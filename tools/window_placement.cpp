@@ -80,9 +80,10 @@ PixelRect ScreenFromWorkspace(const PixelRect& workspace, int workLeft, int work
             workspace.bottom + workTop};
 }
 
-PixelRect AboveWorkAreaRect(const DefaultPlace& place, const WorkArea& area) {
-    const int top = area.bottom - place.rect.top;
-    return {place.rect.left, top, place.rect.left + place.rect.right, top + place.rect.bottom};
+PixelRect AboveWorkAreaRect(const DefaultPlace& place, const WorkArea& area, int dpi) {
+    const int left = ScaleToDpi(place.rect.left, dpi);
+    const int top = area.bottom - ScaleToDpi(place.rect.top, dpi);
+    return {left, top, left + ScaleToDpi(place.rect.right, dpi), top + ScaleToDpi(place.rect.bottom, dpi)};
 }
 
 }  // namespace vrl::placement

@@ -63,8 +63,9 @@ struct WorkArea {
     int width = 0, height = 0, bottom = 0;
 };
 
-// The rectangle of an AboveWorkArea place.
-PixelRect AboveWorkAreaRect(const DefaultPlace& place, const WorkArea& area);
+// The rectangle of an AboveWorkArea place for a window drawn at `dpi`: the place's numbers are
+// pixels at 96 DPI.
+PixelRect AboveWorkAreaRect(const DefaultPlace& place, const WorkArea& area, int dpi);
 
 // A normal rectangle of a placement record is in workspace coordinates, counted from the top-left
 // corner of its monitor's work area (unless the window is a tool window); SetWindowPos takes screen

@@ -76,7 +76,7 @@ void ResetWindow(HWND window, const DefaultPlace& place, const placement::WorkAr
         ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
         return;
     case DefaultPlace::Kind::AboveWorkArea: {
-        const PixelRect r = placement::AboveWorkAreaRect(place, area);
+        const PixelRect r = placement::AboveWorkAreaRect(place, area, WindowDpi(window));
         ::SetWindowPos(window, nullptr, r.left, r.top, r.Width(), r.Height(), SWP_NOZORDER | SWP_NOACTIVATE);
         return;
     }

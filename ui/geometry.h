@@ -25,4 +25,19 @@ struct PixelRect {
 // decided on the unit values: rounding to pixels must not move an edge to the other side.
 PixelRect AnchorInArea(const UnitRect& units, PixelRect pixels, int width, int height);
 
+// Sizes that the companion fixes in pixels are pixels at 96 per logical inch. The program tells
+// Windows it is DPI-aware, so Windows leaves its windows unscaled: the program scales them itself.
+inline constexpr int kBaseDpi = 96;
+// `pixels` at 96 DPI, at `dpi`; rounded to nearest, halves away from zero (as MulDiv rounds).
+int ScaleToDpi(int pixels, int dpi);
+// A size measured at `dpi`, at 96 DPI again: how a width the user set is stored. For any dpi of
+// 96 or more, scaling a stored size and storing it again gives the same number.
+int ScaleFromDpi(int pixels, int dpi);
+
+// The rectangle the player sees as a window, in the coordinates of that window's own device
+// context. `window` is the window's rectangle as its device context counts it; `screenWindow` the
+// same rectangle and `frame` the visible frame, both in screen pixels (which differ from the
+// first when Windows scales the window). The whole window when the frame is empty or not inside it.
+PixelRect VisibleFrameInWindow(const PixelRect& window, const PixelRect& screenWindow, const PixelRect& frame);
+
 }  // namespace vrl

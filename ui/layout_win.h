@@ -22,4 +22,9 @@ inline void MoveAnchored(HWND panel, int controlId, const UnitRect& units, int c
     MoveAnchored(panel, ::GetDlgItem(panel, controlId), units, clientWidth, clientHeight);
 }
 
+// Pixels per logical inch of `window` (of the screen when `window` is null or Windows cannot say).
+int WindowDpi(HWND window);
+// A size given in pixels at 96 DPI, in pixels of `window`.
+inline int ScaledForWindow(HWND window, int pixelsAt96) { return ScaleToDpi(pixelsAt96, WindowDpi(window)); }
+
 }  // namespace vrl

@@ -25,7 +25,13 @@ inline void HoldForScreenshot(const char* name) {
     if (!folder) return;
     std::ofstream(std::string(folder) + "\\" + name + ".ready") << "ready\n";
     const char* ms = std::getenv("VRL_MENU_HOLD_MS");
-    ::Sleep(ms ? static_cast<DWORD>(std::atoi(ms)) : 1000);
+    // Windows of this thread paint only while it takes its messages.
+    const ULONGLONG end = ::GetTickCount64() + (ms ? static_cast<DWORD>(std::atoi(ms)) : 1000);
+    while (::GetTickCount64() < end) {
+        MSG msg;
+        while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&msg);
+        ::Sleep(10);
+    }
 }
 
 }  // namespace vrltest

@@ -46,8 +46,9 @@ TEST(PlacementFile, MissingColumnsAndGarbageReadAsTheFallbacks) {
 
 TEST(DefaultLayout, WindowsSitOnTheWorkAreasBottomAndFarEdges) {
     const WorkArea area{1280, 994, 994};
-    EXPECT_EQ(AboveWorkAreaRect(DefaultPlaceOf(kExtractedLogId), area), (PixelRect{640, 634, 1280, 994}));
-    EXPECT_EQ(AboveWorkAreaRect(DefaultPlaceOf(kQuickSearchId), area), (PixelRect{0, 604, 541, 634}));
+    EXPECT_EQ(AboveWorkAreaRect(DefaultPlaceOf(kExtractedLogId), area, 96), (PixelRect{640, 634, 1280, 994}));
+    // The sizes are pixels at 96 DPI: at 144 the quick search bar is wide enough for its buttons.
+    EXPECT_EQ(AboveWorkAreaRect(DefaultPlaceOf(kQuickSearchId), area, 144), (PixelRect{0, 409, 812, 454}));
     EXPECT_EQ(DefaultPlaceOf(kGameId).kind, DefaultPlace::Kind::ScreenOrigin);
 
     // The pet panel at 2 pixels per unit: right edge on the area's right.

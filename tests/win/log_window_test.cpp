@@ -194,12 +194,27 @@ TEST_F(LogWindow, ABurstFromTheGameLooksAsLineByLineToWhateverComesBetweenItsLin
     EXPECT_EQ(Text(extracted_).find(L"plain"), std::wstring::npos);
 }
 
-// Docked, the views sit right below the row of tabs; undocked again, the extracted view takes its
-// window's last size.
-TEST_F(LogWindow, DockedTheViewsStartBelowTheTabsAndUndockedTheExtractedViewFillsItsWindow) {
+// Fresh, each view fills its window with no tabs over it; docked, the views sit right below the row
+// of tabs; undocked again, the extracted view takes its window's last size.
+TEST_F(LogWindow, FreshTheViewsFillTheirWindowsDockedTheyStartBelowTheTabs) {
     Open();
     HWND window = log_.Handle();
     HWND child = log_.Child().Handle();
+    for (HWND view : {full_, extracted_}) {
+        RECT r{}, client{};
+        GetWindowRect(view, &r);
+        MapWindowPoints(nullptr, GetParent(view), reinterpret_cast<POINT*>(&r), 2);
+        GetClientRect(GetParent(view), &client);
+        EXPECT_TRUE(EqualRect(&r, &client)) << "before any resize, view " << (view == full_ ? 0 : 1);
+    }
+    RECT tabs{};
+    GetWindowRect(GetDlgItem(window, vrl::CLogExtenderDlg::kTabId), &tabs);
+    EXPECT_TRUE(IsRectEmpty(&tabs)) << "undocked, no tab strip over the full log";
+    ShowWindow(window, SW_SHOW);
+    ShowWindow(child, SW_SHOW);
+    SetWindowPos(child, nullptr, 500, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    vrltest::HoldForScreenshot("fresh_log_windows");
+
     ShowWindow(window, SW_SHOW);
     ShowWindow(child, SW_SHOW);
     SetWindowPos(child, nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER);
