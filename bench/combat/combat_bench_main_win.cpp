@@ -5,6 +5,8 @@
 // window only answers, so that each round trip is set against the bare one of the same moment.
 //
 //   pet busy   a pet message sent to an idle panel, until the panel's thread is idle and painted
+//   pictures   the answer to a pet message that makes the panel read its pictures, against one
+//              that does not
 //   bursts     the same bursts of lines without the pet messages
 //   combat     10,000 lines (or the first argument) with everything else in between
 //
@@ -100,6 +102,23 @@ double PetBusy(HWND target, int round) {
     return vrlbench::MillisecondsSince(start);
 }
 
+// The answer to a message whose row count changed (the pictures are read before it) against one
+// in which only the rows' values changed, each sent to an idle panel.
+void PictureReadCost(HWND pet) {
+    std::vector<double> refreshed, changed;
+    for (int i = 0; i < 200; ++i) {
+        const int count = i % 2 ? vrl::kPetRows - 1 : vrl::kPetRows;
+        for (std::vector<double>* answers : {&refreshed, &changed}) {
+            CompanionRun::WaitUntilPainted(pet);
+            const std::string pets = payload::Pets(i * 2 + (answers == &changed), count);
+            answers->push_back(vrlbench::SendCopyData(pet, static_cast<ULONG_PTR>(count), pets.data(), pets.size()));
+        }
+    }
+    std::printf("pet message answer when the row count changed (pictures read first): median %.3f ms, "
+                "values changed only: median %.3f ms\n",
+                Median(refreshed), Median(changed));
+}
+
 void Report(const char* what, const std::vector<double>& companion, const std::vector<double>& bare) {
     std::printf("  %-28s median %.3f  p99 %.3f  worst %.3f   bare: median %.3f  p99 %.3f  worst %.3f   "
                 "ratio median %.2fx  p99 %.2fx\n",
@@ -132,6 +151,8 @@ int wmain(int argc, wchar_t** argv) {
                     "median %.3f\n",
                     Median(busy), Percentile(busy, 0.99), Median(bareBusy));
 
+        PictureReadCost(run.pet);
+
         Play(companion, bare, kBurstOnlyLines / kBurstLines, false);
         std::printf("bursts of %d lines every %d ms, no pets, %d lines side by side (ms):\n", kBurstLines, kTickMs,
                     kBurstOnlyLines);
@@ -150,6 +171,7 @@ int wmain(int argc, wchar_t** argv) {
         std::printf("combat: line median %.2fx, p99 %.2fx; pet busy %.2f ms; bursts %.2fx\n",
                     Median(companion.lines) / Median(bare.lines),
                     Percentile(companion.lines, 0.99) / Percentile(bare.lines, 0.99), Median(busy), bursts);
+        std::fflush(stdout);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

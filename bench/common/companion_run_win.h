@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cwchar>
 #include <stdexcept>
 #include <string>
@@ -219,6 +220,7 @@ public:
     // does not count them).
     struct Footprint {
         std::size_t privateBytes = 0;
+        bool fromLinux = false;  // Wine gave none: the anonymous resident memory of its Linux process
         DWORD gdiObjects = 0, userObjects = 0;
     };
     Footprint Measure() const {
@@ -227,6 +229,10 @@ public:
         memory.cb = sizeof memory;
         if (::GetProcessMemoryInfo(companion_.hProcess, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory))
             footprint.privateBytes = memory.PrivateUsage;
+        if (footprint.privateBytes == 0) {
+            footprint.privateBytes = LinuxAnonymousBytes();
+            footprint.fromLinux = true;
+        }
         footprint.gdiObjects = ::GetGuiResources(companion_.hProcess, GR_GDIOBJECTS);
         footprint.userObjects = ::GetGuiResources(companion_.hProcess, GR_USEROBJECTS);
         return footprint;
@@ -246,6 +252,30 @@ public:
          map = nullptr, nullReceiver = nullptr;
 
 private:
+    // Under Wine: RssAnon of the Linux process whose command line names this run's VrlBoot.exe,
+    // read through drive Z:; 0 elsewhere.
+    std::size_t LinuxAnonymousBytes() const {
+        const std::wstring folderName = root_.substr(root_.rfind(L'\\') + 1);
+        WIN32_FIND_DATAW found{};
+        const HANDLE search = ::FindFirstFileW(L"Z:\\proc\\*", &found);
+        if (search == INVALID_HANDLE_VALUE) return 0;
+        std::size_t bytes = 0;
+        do {
+            const std::wstring process = std::wstring(L"Z:\\proc\\") + found.cFileName;
+            if (found.cFileName[0] < L'0' || found.cFileName[0] > L'9') continue;
+            const std::string commandLine = vrltest::ReadFileBytes(process + L"\\cmdline");
+            if (commandLine.find(vrltest::Utf8(folderName)) == std::string::npos ||
+                commandLine.find("VrlBoot.exe") == std::string::npos)
+                continue;
+            const std::string status = vrltest::ReadFileBytes(process + L"\\status");
+            const std::size_t at = status.find("RssAnon:");
+            if (at != std::string::npos) bytes = std::strtoull(status.c_str() + at + 8, nullptr, 10) * 1024;
+            break;
+        } while (::FindNextFileW(search, &found));
+        ::FindClose(search);
+        return bytes;
+    }
+
     static std::wstring OwnName() {
         wchar_t path[MAX_PATH] = {};
         ::GetModuleFileNameW(nullptr, path, MAX_PATH);
