@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 #include "app/app_state_win.h"
@@ -82,19 +83,21 @@ private:
     HBRUSH brush_;
 };
 
+}  // namespace
+
 // The module's picture strip, as a bitmap we own; null when it is missing or not a bitmap.
-class PictureStrip {
+class PetPictureStrip {
 public:
-    explicit PictureStrip(const std::wstring& path)
+    explicit PetPictureStrip(const std::wstring& path)
         : bitmap_(static_cast<HBITMAP>(::LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0,
                                                     LR_LOADFROMFILE | LR_CREATEDIBSECTION))) {
         if (bitmap_) ::GetObjectW(bitmap_, sizeof info_, &info_);
     }
-    ~PictureStrip() {
+    ~PetPictureStrip() {
         if (bitmap_) ::DeleteObject(bitmap_);
     }
-    PictureStrip(const PictureStrip&) = delete;
-    PictureStrip& operator=(const PictureStrip&) = delete;
+    PetPictureStrip(const PetPictureStrip&) = delete;
+    PetPictureStrip& operator=(const PetPictureStrip&) = delete;
 
     HBITMAP Get() const { return bitmap_; }
     // Whether the strip holds the whole cell of `slot`.
@@ -108,7 +111,29 @@ private:
     BITMAP info_{};
 };
 
-}  // namespace
+// The bars' brushes (frame, background, fill), made when the look changes rather than for every
+// paint of the list.
+class PetBarBrushes {
+public:
+    enum Part { kFrame, kBackground, kFill };
+    explicit PetBarBrushes(const PetListLook& look) {
+        for (int bar = 0; bar < kPetBarCount; ++bar) {
+            const PetBarLook& colours = look.bars[static_cast<std::size_t>(bar)];
+            auto& brushes = brushes_[static_cast<std::size_t>(bar)];
+            brushes[kFrame].emplace(colours.frame);
+            brushes[kBackground].emplace(colours.background);
+            brushes[kFill].emplace(colours.bar);
+        }
+    }
+    void Fill(int bar, Part part, HDC dc, const RECT& r) const {
+        brushes_[static_cast<std::size_t>(bar)][part]->Fill(dc, r);
+    }
+
+private:
+    std::array<std::array<std::optional<Brush>, 3>, kPetBarCount> brushes_;
+};
+
+CPetExtenderDlg::CPetExtenderDlg() = default;
 
 CPetExtenderDlg::~CPetExtenderDlg() { Destroy(); }
 
@@ -140,7 +165,12 @@ bool CPetExtenderDlg::ProcessWindowMessage(HWND, UINT msg, WPARAM wp, LPARAM lp,
         return true;
     case WM_NOTIFY: {
         const auto* header = reinterpret_cast<const NMHDR*>(lp);
-        if (header->idFrom != kListId || header->code != NM_CUSTOMDRAW) return false;
+        if (header->idFrom != kListId) return false;
+        if (header->code == LVN_GETDISPINFOW) {
+            OnGetDispInfo(*reinterpret_cast<NMLVDISPINFOW*>(lp));
+            return true;
+        }
+        if (header->code != NM_CUSTOMDRAW) return false;
         result = OnCustomDraw(*reinterpret_cast<NMLVCUSTOMDRAW*>(lp));
         return true;
     }
@@ -153,15 +183,20 @@ void CPetExtenderDlg::OnInitDialog() {
     frame_ = App().frame;
     list_ = Item(kListId);
     Setup(true);
-    // The module waits for its answer; the dialog manager has nothing to do with the message.
+    // The module waits for its answer, and the list sends its text callbacks and custom draw by
+    // the hundred per paint; the dialog manager has nothing to do with either.
     AnswerAheadOfDialogManager(WM_COPYDATA);
+    AnswerAheadOfDialogManager(WM_NOTIFY);
 }
 
 void CPetExtenderDlg::Setup(bool first) {
     PetInfoFile file;
     file.Load();
     options_ = PetPanelOptions::Read(file.Table());
-    if (first) CreateListParts();
+    if (first) {
+        CreateListParts();
+        AskForCellTexts();
+    }
     // A filter the list does not have selects nothing, and shows no pets until one is chosen.
     ::SendDlgItemMessageW(m_hWnd, kFilterId, CB_SETCURSEL, static_cast<WPARAM>(options_.filterIndex), 0);
     ::CheckDlgButton(m_hWnd, kAutoAdjustId, options_.autoAdjust ? BST_CHECKED : BST_UNCHECKED);
@@ -172,7 +207,7 @@ void CPetExtenderDlg::Setup(bool first) {
         const int width = std::max(0, options_.widths[static_cast<std::size_t>(column)]);
         ListView_SetColumnWidth(list_, column, ScaleToDpi(width, dpi));
     }
-    look_ = PetListLook::Read(file.Table());
+    SetLook(PetListLook::Read(file.Table()));
     if (options_.autoAdjust) AutoAdjustColumns(ListWidth());
     ::InvalidateRect(list_, nullptr, TRUE);
 }
@@ -202,6 +237,25 @@ void CPetExtenderDlg::CreateListParts() {
         item.iImage = row;
         ListView_InsertItem(list_, &item);
     }
+}
+
+// Every text cell is asked for as the list paints it: writing a cell of a visible list would
+// invalidate its row there and then, and under Wine each invalidation is a round trip to the
+// window server; a message instead invalidates the rows it changed, once.
+void CPetExtenderDlg::AskForCellTexts() const {
+    for (int row = 0; row < kPetRows; ++row) {
+        for (int column = kPetColumnName; column < kPetColumnCount; ++column) {
+            LVITEMW item{};
+            item.iSubItem = column;
+            item.pszText = LPSTR_TEXTCALLBACKW;
+            ::SendMessageW(list_, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        }
+    }
+}
+
+void CPetExtenderDlg::SetLook(const PetListLook& look) {
+    look_ = look;
+    barBrushes_ = std::make_unique<PetBarBrushes>(look_);
 }
 
 void CPetExtenderDlg::SaveOptions() const {
@@ -266,7 +320,7 @@ void CPetExtenderDlg::OnCommand(int id, int code) {
 void CPetExtenderDlg::OnColourButton() {
     CPetInfoColorDlg dialog;
     if (dialog.DoModal() != IDOK) return;
-    look_ = dialog.Look();
+    SetLook(dialog.Look());
     if (options_.autoAdjust) AutoAdjustColumns(ListWidth());
     ::InvalidateRect(list_, nullptr, TRUE);
 }
@@ -288,42 +342,72 @@ void CPetExtenderDlg::ShowPets(const COPYDATASTRUCT* data) {
     const std::size_t count = data ? PetRecordCount(data->dwData, data->lpData, data->cbData) : 0;
     const PetRows::Update update =
         rows_.Take(static_cast<const unsigned char*>(count ? data->lpData : nullptr), count, options_.filterIndex);
+    // The module may write its picture strip again as soon as it has its answer, so the pictures
+    // are read first (rare: only when the rows come from other slots).
+    std::optional<PetPictureStrip> strip;
+    if (update.fullRefresh || update.picturesMoved) strip.emplace(App().folders.program + L"\\peticons.bmp");
     // The records are our own copy now: the module goes on while the list is updated.
     if (::InSendMessage()) ::ReplyMessage(TRUE);
 
-    for (int row = 0; row < update.rowCount; ++row) WriteRow(row, update.changedColumns[static_cast<std::size_t>(row)]);
-    if (update.fullRefresh || update.picturesMoved) RebuildPictures();
+    WriteCells(update);
+    if (strip) RebuildPictures(*strip);
     if (update.fullRefresh) {
-        BlankRowsFrom(update.rowCount);
         ::InvalidateRect(m_hWnd, nullptr, TRUE);
+    } else {
+        InvalidateChangedRows(update);
     }
 }
 
-void CPetExtenderDlg::SetCell(int row, int column, const std::wstring& text) const {
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = const_cast<wchar_t*>(text.c_str());
-    ::SendMessageW(list_, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
-void CPetExtenderDlg::WriteRow(int row, unsigned columns) const {
-    const PetRecord& pet = rows_.Row(row);
-    for (int column = kPetColumnName; column < kPetColumnCount; ++column) {
-        if ((columns & (1u << column)) == 0) continue;
-        SetCell(row, column, column == kPetColumnName ? NameText(pet) : Wstr(PetCellText(pet, column, LanguageIndex())));
+void CPetExtenderDlg::WriteCells(const PetRows::Update& update) {
+    for (int row = 0; row < kPetRows; ++row) {
+        auto& cells = cells_[static_cast<std::size_t>(row)];
+        if (row >= update.rowCount) {
+            if (update.fullRefresh) std::fill(cells.begin(), cells.end(), std::wstring());
+            continue;
+        }
+        const PetRecord& pet = rows_.Row(row);
+        const unsigned columns = update.changedColumns[static_cast<std::size_t>(row)];
+        for (int column = kPetColumnName; column < kPetColumnCount; ++column) {
+            if ((columns & (1u << column)) == 0) continue;
+            cells[static_cast<std::size_t>(column)] =
+                column == kPetColumnName ? NameText(pet) : Wstr(PetCellText(pet, column, LanguageIndex()));
+        }
     }
 }
 
-void CPetExtenderDlg::BlankRowsFrom(int first) const {
-    for (int row = first; row < kPetRows; ++row) {
-        for (int column = kPetColumnName; column < kPetColumnCount; ++column) SetCell(row, column, L"");
+// One region for all changed rows: one invalidation, one round trip.
+void CPetExtenderDlg::InvalidateChangedRows(const PetRows::Update& update) const {
+    HRGN changed = ::CreateRectRgn(0, 0, 0, 0);
+    if (!changed) return;
+    bool any = false;
+    for (int row = 0; row < update.rowCount; ++row) {
+        RECT r{};
+        if (update.changedColumns[static_cast<std::size_t>(row)] == 0 || !ListView_GetItemRect(list_, row, &r, LVIR_BOUNDS))
+            continue;
+        if (HRGN rowRegion = ::CreateRectRgnIndirect(&r)) {
+            ::CombineRgn(changed, changed, rowRegion, RGN_OR);
+            ::DeleteObject(rowRegion);
+            any = true;
+        }
     }
+    if (any) ::InvalidateRgn(list_, changed, TRUE);
+    ::DeleteObject(changed);
 }
 
-void CPetExtenderDlg::RebuildPictures() {
+void CPetExtenderDlg::OnGetDispInfo(NMLVDISPINFOW& info) const {
+    LVITEMW& item = info.item;
+    if (!(item.mask & LVIF_TEXT) || !item.pszText || item.cchTextMax <= 0) return;
+    item.pszText[0] = L'\0';
+    if (item.iItem < 0 || item.iItem >= kPetRows || item.iSubItem < 0 || item.iSubItem >= kPetColumnCount) return;
+    const std::wstring& text = cells_[static_cast<std::size_t>(item.iItem)][static_cast<std::size_t>(item.iSubItem)];
+    const std::size_t units = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax - 1));
+    text.copy(item.pszText, units);
+    item.pszText[units] = L'\0';
+}
+
+void CPetExtenderDlg::RebuildPictures(const PetPictureStrip& strip) {
     if (!pictures_) return;
     ::ImageList_RemoveAll(pictures_.get());
-    const PictureStrip strip(App().folders.program + L"\\peticons.bmp");
 
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
@@ -381,23 +465,27 @@ LRESULT CPetExtenderDlg::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
 }
 
 void CPetExtenderDlg::DrawBars(HDC dc) const {
+    if (!barBrushes_) return;
     const int dpi = WindowDpi(m_hWnd);
     const int inset = ScaleToDpi(kBarInset, dpi), height = ScaleToDpi(kBarHeight, dpi), edge = ScaleToDpi(1, dpi);
-    for (int bar = 0; bar < kPetBarCount; ++bar) {
-        const PetBarLook& look = look_.bars[static_cast<std::size_t>(bar)];
-        if (!look.drawn) continue;
-        const Brush frame(look.frame), background(look.background), fill(look.bar);
-        for (int row = 0; row < rows_.RowCount(); ++row) {
+    // Only the rows the paint is for: a message invalidates just the rows it changed.
+    RECT clip{};
+    ::GetClipBox(dc, &clip);
+    for (int row = 0; row < rows_.RowCount(); ++row) {
+        RECT rowRect{}, inside{};
+        if (!ListView_GetItemRect(list_, row, &rowRect, LVIR_BOUNDS) || !::IntersectRect(&inside, &rowRect, &clip)) continue;
+        for (int bar = 0; bar < kPetBarCount; ++bar) {
+            if (!look_.bars[static_cast<std::size_t>(bar)].drawn) continue;
             RECT r{};
             if (!ListView_GetSubItemRect(list_, row, kFirstBarColumn + bar, LVIR_BOUNDS, &r)) continue;
             ::InflateRect(&r, -inset, -inset);
             r.top = r.bottom - height;
-            frame.Fill(dc, r);
+            barBrushes_->Fill(bar, PetBarBrushes::kFrame, dc, r);
             ::InflateRect(&r, -edge, -edge);
-            background.Fill(dc, r);
+            barBrushes_->Fill(bar, PetBarBrushes::kBackground, dc, r);
             const BarValue value = PetBarValue(rows_.Row(row), bar);
             r.right = r.left + BarFillWidth(r.right - r.left, value.current, value.maximum);
-            fill.Fill(dc, r);
+            barBrushes_->Fill(bar, PetBarBrushes::kFill, dc, r);
         }
     }
 }

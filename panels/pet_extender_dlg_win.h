@@ -7,7 +7,9 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <array>
 #include <memory>
+#include <string>
 #include <type_traits>
 
 #include "panels/pet_options.h"
@@ -15,6 +17,9 @@
 #include "ui/dialog_win.h"
 
 namespace vrl {
+
+class PetPictureStrip;
+class PetBarBrushes;
 
 class CPetExtenderDlg : public CDialogImplBase {
 public:
@@ -24,7 +29,7 @@ public:
     static constexpr int kAutoAdjustId = 1003;
     static constexpr int kListId = 1004;
 
-    CPetExtenderDlg() = default;
+    CPetExtenderDlg();
     ~CPetExtenderDlg() override;
 
     // Modeless, without owner, not shown; the template is built on first use.
@@ -45,14 +50,16 @@ private:
     void OnCommand(int id, int code);
     void OnColourButton();
     void OnAutoAdjustClicked();
+    void SetLook(const PetListLook& look);
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    void OnGetDispInfo(NMLVDISPINFOW& info) const;
     void DrawBars(HDC dc) const;
     void AutoAdjustColumns(int listWidth);
     int ListWidth() const;
-    void SetCell(int row, int column, const std::wstring& text) const;
-    void WriteRow(int row, unsigned columns) const;
-    void RebuildPictures();
-    void BlankRowsFrom(int row) const;
+    void AskForCellTexts() const;
+    void WriteCells(const PetRows::Update& update);
+    void InvalidateChangedRows(const PetRows::Update& update) const;
+    void RebuildPictures(const PetPictureStrip& strip);
 
     struct ImageListDestroyer {
         void operator()(HIMAGELIST list) const { ::ImageList_Destroy(list); }
@@ -67,6 +74,9 @@ private:
     PetPanelOptions options_;
     PetListLook look_;
     PetRows rows_;
+    // The texts the list shows, which it asks for as it paints (text callbacks).
+    std::array<std::array<std::wstring, kPetColumnCount>, kPetRows> cells_;
+    std::unique_ptr<PetBarBrushes> barBrushes_;
 };
 
 }  // namespace vrl

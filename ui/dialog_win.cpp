@@ -1,5 +1,7 @@
 #include "ui/dialog_win.h"
 
+#include <algorithm>
+
 #include "ui/wide_win.h"
 
 #include <commctrl.h>
@@ -142,7 +144,13 @@ INT_PTR CALLBACK CDialogImplBase::DialogProc(HWND hwnd, UINT msg, WPARAM wp, LPA
 }
 
 void CDialogImplBase::AnswerAheadOfDialogManager(UINT msg) {
-    aheadMessage_ = msg;
+    for (UINT& slot : aheadMessages_) {
+        if (slot == msg) break;
+        if (slot == 0) {
+            slot = msg;
+            break;
+        }
+    }
     if (dialogManagerProc_ || !m_hWnd) return;
     dialogManagerProc_ = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CDialogImplBase::AheadProc)));
@@ -150,7 +158,8 @@ void CDialogImplBase::AnswerAheadOfDialogManager(UINT msg) {
 
 LRESULT CALLBACK CDialogImplBase::AheadProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     auto* self = reinterpret_cast<CDialogImplBase*>(::GetWindowLongPtrW(hwnd, DWLP_USER));
-    if (self && msg == self->aheadMessage_) {
+    if (self && msg != 0 &&
+        std::find(self->aheadMessages_.begin(), self->aheadMessages_.end(), msg) != self->aheadMessages_.end()) {
         LRESULT result = 0;
         if (self->Dispatch(hwnd, msg, wp, lp, result)) return result;
     }
@@ -167,7 +176,7 @@ INT_PTR CDialogImplBase::Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
     const bool handled = Dispatch(hwnd, msg, wp, lp, result);
     if (msg == WM_NCDESTROY) {
         ::SetWindowLongPtrW(hwnd, DWLP_USER, 0);
-        aheadMessage_ = 0;
+        aheadMessages_ = {};
         dialogManagerProc_ = nullptr;
         Detach();
         OnFinalMessage(hwnd);

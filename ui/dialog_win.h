@@ -3,6 +3,9 @@
 // one message-map dispatch per class. Modeless panels are never passed through the dialog manager
 // by the message loop, so Tab, Enter and Escape do nothing there unless a panel handles them.
 
+#include <array>
+#include <cstddef>
+
 #include "ui/dialog_template.h"
 #include "ui/window_win.h"
 
@@ -29,10 +32,13 @@ protected:
     }
 
     // From the next message on, `msg` goes to ProcessWindowMessage straight from the window
-    // procedure, ahead of the dialog manager, and its result is the answer. For a message that
-    // another program sends often and waits for (a line of the game's log): under Wine the dialog
-    // manager costs several round trips to the server on every message. Only for messages that
-    // the dialog manager does nothing with; call from WM_INITDIALOG or later.
+    // procedure, ahead of the dialog manager, and its result is the answer; what the handler
+    // declines still goes to the dialog manager. For a message that another program sends often
+    // and waits for (a line of the game's log), or that a control sends many times per paint (a
+    // list's text callbacks): under Wine the dialog manager costs several round trips to the
+    // server on every message. Only for messages whose answer is the window procedure's result
+    // (not DWLP_MSGRESULT); call from WM_INITDIALOG or later, up to kAheadMessages messages.
+    static constexpr std::size_t kAheadMessages = 4;
     void AnswerAheadOfDialogManager(UINT msg);
 
 private:
@@ -41,7 +47,7 @@ private:
     static LRESULT CALLBACK AheadProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
     INT_PTR Route(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp);
 
-    UINT aheadMessage_ = 0;
+    std::array<UINT, kAheadMessages> aheadMessages_{};  // 0: unused
     WNDPROC dialogManagerProc_ = nullptr;
 };
 

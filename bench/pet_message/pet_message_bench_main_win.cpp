@@ -6,7 +6,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -21,7 +23,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kMessages = 2000;
+int g_messages = 2000;  // or the first argument
 constexpr UINT kSettle = WM_APP + 1;  // to the frame's stand-in: paint what the panel has left to paint
 HWND g_panel = nullptr;
 
@@ -75,7 +77,7 @@ double Settle() {
 
 void Compare(const char* what, HWND panel, HWND nullReceiver, bool changing) {
     std::vector<double> toPanel, toNull, handled;
-    for (int i = 0; i < kMessages; ++i) {
+    for (int i = 0; i < g_messages; ++i) {
         const std::string pets = Pets(changing ? i : 0);
         Settle();
         toNull.push_back(Send(nullReceiver, pets));
@@ -84,7 +86,7 @@ void Compare(const char* what, HWND panel, HWND nullReceiver, bool changing) {
         toPanel.push_back(answered);
         handled.push_back(answered + Settle());
     }
-    std::printf("%s, %d messages side by side (ms):\n", what, kMessages);
+    std::printf("%s, %d messages side by side (ms):\n", what, g_messages);
     std::printf("  receiver that does nothing:     median %.3f\n", vrlbench::Median(toNull));
     std::printf("  pet panel, answered:            median %.3f\n", vrlbench::Median(toPanel));
     std::printf("  pet panel, list updated, drawn: median %.3f\n", vrlbench::Median(handled));
@@ -101,7 +103,8 @@ void Measure(HWND panel, HWND nullReceiver, DWORD uiThread) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+    if (argc > 1) g_messages = std::max(1, std::atoi(argv[1]));
     const std::wstring folder = vrlbench::EnterBenchFolder(L"vrl_pet_message_bench");
     vrl::App().folders.program = folder;
     // The panel reads its reload bit from the frame's slots on every message.
