@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "app/release.h"
+
 namespace vrl {
 
 struct ReleaseDate {
@@ -12,7 +14,7 @@ struct ReleaseDate {
     int kind;   // 0 release, 1 beta, 2 alpha, 3 test
 };
 
-inline constexpr ReleaseDate kThisRelease{2023, 12, 30, 0};
+inline constexpr ReleaseDate kThisRelease{VRL_RELEASE_YEAR, VRL_RELEASE_MONTH, VRL_RELEASE_DAY, VRL_RELEASE_KIND};
 
 std::u16string FormatVersionText(const ReleaseDate& release, int language);
 

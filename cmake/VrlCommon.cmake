@@ -6,6 +6,13 @@ if(WIN32)
   add_link_options(-static -static-libgcc -static-libstdc++)
   set(VRL_WIN_SYSTEM_LIBS comctl32 comdlg32 gdiplus ole32 oleaut32 uuid shell32 shlwapi
       user32 gdi32 advapi32 winmm version)
+  if(VRL_RELEASE)
+    # Reproducible: no link time in the PE header, and neither the checkout's nor the tree's folder
+    # in the code (__FILE__) or in the debug information kept beside the package.
+    add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.>"
+                        "$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${CMAKE_BINARY_DIR}=.>")
+    add_link_options(-Wl,--no-insert-timestamp)
+  endif()
   if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
     set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/wine-exec)
   endif()

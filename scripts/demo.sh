@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# The main job: builds everything, lays out a game folder with the demo game and the companion
-# installed inside it, and runs VrlBoot.exe under Wine on a headless X server while a driver walks
-# through the player's views. Screenshots land in screenshots/.
-# VRL_SKIP_BUILD=1 uses the build that is there (VRL_BUILD_DIR, default build/) without installing.
+# The main job: builds everything and the players' x86_64 package, lays out a game folder with the
+# demo game, installs the companion from the package as a player does, and runs VrlBoot.exe under
+# Wine on a headless X server while a driver walks through the player's views. Screenshots land in
+# screenshots/.
+# VRL_SKIP_BUILD=1 uses the build and the package that are there (VRL_BUILD_DIR, default build/;
+# dist/) without installing.
 # VRL_DEMO_DPI=144 runs the views at that many pixels per inch (screenshots named "-144dpi").
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -10,17 +12,23 @@ cd "$root"
 out=$(realpath -m "${VRL_BUILD_DIR:-$root/build}")  # Wine wants absolute paths
 export VRL_WINEPREFIX=${VRL_WINEPREFIX:-$out/wineprefix} VRL_KEEPALIVE=${VRL_KEEPALIVE:-$out/win64/bin/vrl_keepalive.exe}
 if [[ $(id -u) == 0 && -z ${VRL_SKIP_BUILD:-} ]]; then scripts/install-deps.sh; fi
-[[ -n ${VRL_SKIP_BUILD:-} ]] || scripts/build.sh native win64 win32
+[[ -n ${VRL_SKIP_BUILD:-} ]] || { scripts/build.sh native win64 win32 && scripts/package.sh win64; }
+package=$root/dist/VrlBoot-$(scripts/version.sh)-win64.zip
 
 bin=$out/win64/bin
 demo=$out/demo
 shots=$root/screenshots
 rm -rf "$demo" "$shots"
-mkdir -p "$demo/Morva/Vorrel" "$demo/Morva/user/sound" "$demo/Morva/user/music" "$demo/Morva/sound" "$demo/handshake" "$shots"
+mkdir -p "$demo/Morva/user/sound" "$demo/Morva/user/music" "$demo/Morva/sound" "$demo/handshake" "$shots"
 mkdir -p "$demo/Morva/save/hero" && cp "$root/scripts/demo/Vrl_EquipSet.ini" "$demo/Morva/save/hero/"
 cp "$bin/DemoGame.exe" "$demo/Morva/"
-cp "$bin/VrlBoot.exe" "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
+# The companion as a player installs it: the package's folder unpacked into the game's folder; then
+# the programs from outside that the guide sends the player for (the stand-ins here): the module and
+# the settings editor, the audio library, the speech program.
+python3 -m zipfile -e "$package" "$demo/Morva/"
+cp "$bin/VrlDLL.dll" "$bin/VrlConfig.exe" "$demo/Morva/Vorrel/"
 cp "$bin"/simbass/*.dll "$bin/simtalk/RemoteTalk.exe" "$demo/Morva/Vorrel/" 2>/dev/null || true
+# The demo's own tables take the place of the starter ones: they show more rules.
 cp "$root/scripts/demo/LogEx.kcsv" "$root/scripts/demo/QuickSearch.kcsv" "$root/scripts/demo/PetInfo.kcsv" "$root/scripts/demo/VrlDLL.scenario" "$demo/Morva/Vorrel/"
 python3 "$root/scripts/demo/make_wav.py" "$demo/Morva/user/sound/alert.wav"
 cp "$root/scripts/demo/BGMEx.kcsv" "$demo/Morva/Vorrel/"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs every test: installs what is missing, builds the three trees, runs the native tests (with
-# sanitizers), a bounded fuzzing pass, then the Win32 and end-to-end tests under Wine on Xvfb.
+# sanitizers), a bounded fuzzing pass, builds and checks the players' packages, then the Win32 and
+# end-to-end tests under Wine on Xvfb.
 # Ends with one line "N passed, N failed".
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -28,6 +29,11 @@ if [[ -x scripts/fuzz.sh ]]; then
   echo "== fuzzing (bounded)"
   if scripts/fuzz.sh "${VRL_FUZZ_SECONDS:-20}" 2>&1 | tee "$logs/fuzz.log"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
 fi
+
+echo "== the players' packages"
+# The x86_64 one is what the end-to-end test below unpacks and starts.
+if scripts/package.sh win32 && scripts/package.sh win64; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
+if scripts/check-package.sh 2>&1 | tee "$logs/package.log"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
 
 echo "== Windows tests under Wine"
 (

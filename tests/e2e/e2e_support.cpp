@@ -97,6 +97,52 @@ Install MakeInstall(const InstallOptions& options) {
     return install;
 }
 
+Install CompleteUnpackedPackage() {
+    const std::wstring bin = BinFolder();
+    Install install;
+    install.root = bin.substr(0, bin.find_last_of(L'\\')) + L"\\package-e2e";
+    install.gameFolder = install.root + L"\\Morva";
+    install.programFolder = install.gameFolder + L"\\Vorrel";
+    install.gameExe = install.gameFolder + L"\\DemoGame.exe";
+    install.transcript = install.root + L"\\transcript.txt";
+    for (const wchar_t* folder : {L"save", L"sound", L"user", L"user\\music", L"user\\sound"}) {
+        ::CreateDirectoryW((install.gameFolder + L"\\" + folder).c_str(), nullptr);
+    }
+    MustCopy(bin + L"\\DemoGame.exe", install.gameExe);
+    MustCopy(bin + L"\\VrlDLL.dll", install.ProgramFile(L"VrlDLL.dll"));
+    MustCopy(bin + L"\\VrlConfig.exe", install.ProgramFile(L"VrlConfig.exe"));
+    return install;
+}
+
+std::string RunInFolder(const std::wstring& exe, const std::wstring& folder, DWORD* exitCode,
+                        const std::wstring& arguments) {
+    SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+    HANDLE readEnd = nullptr, writeEnd = nullptr;
+    if (!::CreatePipe(&readEnd, &writeEnd, &inherit, 0)) return "(no pipe)";
+    ::SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = writeEnd;
+    startup.hStdError = writeEnd;
+    PROCESS_INFORMATION process{};
+    std::wstring commandLine = L"\"" + exe + L"\"" + (arguments.empty() ? L"" : L" " + arguments);
+    const BOOL started = ::CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
+                                          nullptr, folder.c_str(), &startup, &process);
+    ::CloseHandle(writeEnd);
+    std::string output;
+    char chunk[4096];
+    DWORD got = 0;
+    while (started && ::ReadFile(readEnd, chunk, sizeof chunk, &got, nullptr) && got > 0) output.append(chunk, got);
+    ::CloseHandle(readEnd);
+    if (!started) return "(not started)";
+    ::WaitForSingleObject(process.hProcess, 30000);
+    ::GetExitCodeProcess(process.hProcess, exitCode);
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+    return output;
+}
+
 Companion::Companion(const Install& install) {
     ::SetEnvironmentVariableW(L"VRL_SIM_TRANSCRIPT", install.transcript.c_str());
     STARTUPINFOW startup{};

@@ -54,6 +54,16 @@ struct InstallOptions {
 
 Install MakeInstall(const InstallOptions& options = {});
 
+// The players' package as the test fixture unpacked it into a fresh game folder (the build tree's
+// package-e2e\Morva), completed as the guide tells a player: the game's own folders, the game,
+// and the stand-ins for the module and the settings editor beside the companion.
+Install CompleteUnpackedPackage();
+
+// Runs a console program with `folder` as its current folder and no arguments; what it printed
+// (standard output and error together). `exitCode` receives its exit code.
+std::string RunInFolder(const std::wstring& exe, const std::wstring& folder, DWORD* exitCode,
+                        const std::wstring& arguments = {});
+
 // A started VrlBoot.exe; ended (with the game it started) when this goes out of scope.
 class Companion {
 public:

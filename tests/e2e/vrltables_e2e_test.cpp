@@ -13,30 +13,7 @@ namespace {
 std::string RunVrlTables(const e2e::Install& install, DWORD* exitCode, const std::wstring& arguments = {}) {
     const std::wstring exe = install.ProgramFile(L"vrltables.exe");
     if (!::CopyFileW((e2e::BinFolder() + L"\\vrltables.exe").c_str(), exe.c_str(), FALSE)) return "(not copied)";
-    SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
-    HANDLE readEnd = nullptr, writeEnd = nullptr;
-    if (!::CreatePipe(&readEnd, &writeEnd, &inherit, 0)) return "(no pipe)";
-    ::SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = writeEnd;
-    startup.hStdError = writeEnd;
-    PROCESS_INFORMATION process{};
-    std::wstring commandLine = L"vrltables.exe" + (arguments.empty() ? L"" : L" " + arguments);
-    const BOOL started = ::CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
-                                          nullptr, install.programFolder.c_str(), &startup, &process);
-    ::CloseHandle(writeEnd);
-    std::string output;
-    char chunk[4096];
-    DWORD got = 0;
-    while (started && ::ReadFile(readEnd, chunk, sizeof chunk, &got, nullptr) && got > 0) output.append(chunk, got);
-    ::CloseHandle(readEnd);
-    if (!started) return "(not started)";
-    ::WaitForSingleObject(process.hProcess, 30000);
-    ::GetExitCodeProcess(process.hProcess, exitCode);
-    ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
+    std::string output = e2e::RunInFolder(exe, install.programFolder, exitCode, arguments);
     output.erase(std::remove(output.begin(), output.end(), '\r'), output.end());  // the console's line ends
     return output;
 }
