@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <set>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
@@ -26,9 +25,6 @@ const fs::path kSourceRoot = fs::path(VRL_TEST_DATA).parent_path().parent_path()
 // The game folder the guide's examples assume; the test's scratch folder stands in for it.
 const std::string kGameFolder = "C:\\Games\\Morva";
 const std::string kPrompt = kGameFolder + "\\Vorrel>";
-// Guide examples of features not built yet, by a word in their fence (```console install); a word
-// goes from this list when its feature is in.
-const std::set<std::string> kNotYetTested = {"install"};
 
 std::string ReadText(const fs::path& path) {
     std::ostringstream text;
@@ -79,7 +75,6 @@ std::string WithoutTrailingBlankLines(std::string text) {
 // that begins with the prompt is typed by the player and the lines up to the next prompt are what
 // appears. Blocks fenced with "file:NAME" before it are written to that file in the program folder
 // for this session only; blocks fenced with "starter:NAME" show that starter table as shipped.
-// Blocks fenced with a word of kNotYetTested are left out.
 struct GuideExample {
     std::vector<std::pair<std::string, std::string>> files;     // name, text with CR LF line ends
     std::vector<std::pair<std::string, std::string>> starters;  // the same
@@ -105,9 +100,7 @@ std::vector<GuideExample> ExamplesOf(const std::string& markdown) {
             const auto named = [&](const std::string& key) {
                 return std::find_if(info.begin(), info.end(), [&](const std::string& w) { return w.rfind(key, 0) == 0; });
             };
-            if (std::any_of(info.begin(), info.end(), [](const std::string& w) { return kNotYetTested.count(w) > 0; })) {
-                block = Block::Other;
-            } else if (named("file:") != info.end()) {
+            if (named("file:") != info.end()) {
                 block = Block::File;
                 next.files.emplace_back(named("file:")->substr(5), "");
             } else if (named("starter:") != info.end()) {
@@ -141,7 +134,10 @@ protected:
         char folder[] = "/tmp/vrlstarter-XXXXXX";
         ASSERT_NE(mkdtemp(folder), nullptr);
         root_ = folder;
+        // The add-on's own programs beside the companion, and the game's folders around it.
         fs::create_directory(root_ / "Vorrel");
+        for (const char* name : {"VrlBoot.exe", "VrlDLL.dll", "VrlConfig.exe"}) std::ofstream(root_ / "Vorrel" / name);
+        for (const char* game : {"sound", "save", "user/music", "user/sound"}) fs::create_directories(root_ / game);
     }
     void TearDown() override {
         if (!root_.empty()) fs::remove_all(root_);
