@@ -173,4 +173,12 @@ bool InspectDllFile(const unsigned char* data, std::size_t size, DllFileInfo* ou
     return true;
 }
 
+bool ManifestAsksForAdministrator(std::string_view image) {
+    for (std::string_view level : {"\"requireAdministrator\"", "'requireAdministrator'", "\"highestAvailable\"",
+                                   "'highestAvailable'"}) {
+        if (image.find(level) != std::string_view::npos) return true;
+    }
+    return false;
+}
+
 }  // namespace vrl

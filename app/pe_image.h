@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,12 @@ struct PeHeaders {
 // Parses the DOS and NT headers at the start of `data`. False when they are not a well-formed PE
 // header of either kind or do not lie within `size` bytes.
 bool ParsePeHeaders(const unsigned char* data, std::size_t size, PeHeaders* out);
+
+// Whether a program's embedded manifest asks Windows to run it with administrator rights
+// ("requireAdministrator", or "highestAvailable", which asks the same of an administrator's
+// account). Windows then refuses CreateProcess from a program that is not elevated
+// (ERROR_ELEVATION_REQUIRED). The manifest is plain UTF-8 text among the resources.
+bool ManifestAsksForAdministrator(std::string_view image);
 
 // Number of import descriptors before the terminating one. The loader stops at the first
 // descriptor without a name or without an address table, and so does this count.

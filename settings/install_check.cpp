@@ -52,9 +52,14 @@ LogAlerts LogAlertsOf(const std::u16string& programFolder, InstallFiles& files) 
     return alerts;
 }
 
+// The module is built for the companion's processor and goes into the game's process: a game of
+// another type (a 64-bit program beside the 32-bit companion) cannot take it.
+bool OtherMachine(std::uint16_t game, std::uint16_t companion) { return game && companion && game != companion; }
+
 }  // namespace
 
-void CheckGamePath(IniCheck* check, const std::u16string& gameFolder, InstallFiles& files, int language) {
+void CheckGamePath(IniCheck* check, const std::u16string& programFolder, const std::u16string& gameFolder,
+                   InstallFiles& files, int language) {
     const IniEntry* entry = check->ini.FindEntry(AppSettings::kSection, u"wstrMorva");
     const std::u16string& named = check->settings.wstrMorva;
     if (entry == nullptr || named.empty()) return;
@@ -68,6 +73,10 @@ void CheckGamePath(IniCheck* check, const std::u16string& gameFolder, InstallFil
         problem = &text::kGameMissing;
     } else if (!files.CarriesHspMarker(game)) {
         problem = &text::kGameNotMorva;
+    } else if (OtherMachine(files.MachineOf(game), files.MachineOf(JoinPath(programFolder, u"VrlBoot.exe")))) {
+        problem = &text::kGameOtherMachine;
+    } else if (files.AsksForAdministrator(game)) {
+        problem = &text::kGameNeedsAdministrator;
     }
     std::string message;
     if (problem) {

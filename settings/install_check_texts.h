@@ -93,6 +93,22 @@ inline constexpr LangText kGameNotMorva = {
     u"wstrMorva の %1 はゲームではありません (ゲームのランタイムの印がありません)。コンパニオンは起動せず、数秒後に"
     u"「Morvaのウィンドウが見つかりません」と表示します。設定エディター (VrlConfig.exe) でゲームのプログラムを選んで"
     u"ください"};
+inline constexpr LangText kGameOtherMachine = {
+    u"wstrMorva names %1, a program for another processor type than VrlBoot.exe (a 64-bit program, while the "
+    u"companion and the game are 32-bit): the module cannot be loaded into it, so the game does not start and after "
+    u"a few seconds the companion says \"Cannot find Morva Window\"; choose the game's own program in the settings "
+    u"editor (VrlConfig.exe)",
+    u"wstrMorva の %1 は VrlBoot.exe と異なるプロセッサ向けのプログラムです (コンパニオンとゲームは 32 ビット、"
+    u"こちらは 64 ビットなど)。モジュールを読み込めないためゲームは起動せず、数秒後にコンパニオンが「Morvaの"
+    u"ウィンドウが見つかりません」と表示します。設定エディター (VrlConfig.exe) でゲーム本体のプログラムを選んでください"};
+inline constexpr LangText kGameNeedsAdministrator = {
+    u"wstrMorva names %1, which asks Windows for administrator rights (in the program itself, or by \"Run this "
+    u"program as an administrator\" on the Compatibility tab of its Properties): Windows does not let the "
+    u"companion start it, and after a few seconds the companion says \"Cannot find Morva Window\"; turn that "
+    u"setting off, or start VrlBoot.exe as administrator too",
+    u"wstrMorva の %1 は管理者の権限を求めるプログラムです (プログラム自体の設定、またはプロパティの互換性タブの"
+    u"「管理者としてこのプログラムを実行する」)。Windows はコンパニオンからの起動を許さず、数秒後にコンパニオンが"
+    u"「Morvaのウィンドウが見つかりません」と表示します。その設定を外すか、VrlBoot.exe も管理者として実行してください"};
 inline constexpr LangText kGameElsewhere = {
     u"wstrMorva names a game outside the folder Vorrel is in (%1): the game runs from there while the companion "
     u"reads music, sounds and saves under %1; put the Vorrel folder inside the folder of the game you play",

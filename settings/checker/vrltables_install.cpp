@@ -1,6 +1,7 @@
 // vrltables on Vrl.ini and on the whole installation: the settings as the companion reads them,
 // the game they name, and the files and folders around the companion, on the player's disk.
 
+#include "app/pe_image.h"
 #include "settings/checker/vrltables.h"
 #include "settings/checker/vrltables_texts.h"
 #include "settings/install_check.h"
@@ -53,6 +54,33 @@ public:
         return FindHspMarker(reinterpret_cast<const unsigned char*>(head.data()), got) != kNoHspMarker;
 #endif
     }
+    std::uint16_t MachineOf(const std::u16string& path) override {
+        std::ifstream file(DiskPath(path), std::ios::binary);
+        std::string head(4096, '\0');
+        file.read(&head[0], static_cast<std::streamsize>(head.size()));
+        PeHeaders pe;
+        const auto got = static_cast<std::size_t>(file.gcount());
+        return ParsePeHeaders(reinterpret_cast<const unsigned char*>(head.data()), got, &pe) ? pe.machine : 0;
+    }
+    bool AsksForAdministrator(const std::u16string& path) override {
+        std::string image;
+        if (vrltables::ReadFileBytes(path, image) && ManifestAsksForAdministrator(image)) return true;
+#ifdef _WIN32
+        // "Run this program as an administrator" on the Compatibility tab is kept per program path,
+        // for the user or for every user, as a layer named RUNASADMIN.
+        const std::wstring full = std::filesystem::absolute(DiskPath(path)).wstring();
+        for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
+            wchar_t layers[512] = {};
+            DWORD size = sizeof layers;
+            if (RegGetValueW(root, L"Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\Layers",
+                             full.c_str(), RRF_RT_REG_SZ, nullptr, layers, &size) == ERROR_SUCCESS &&
+                std::wstring(layers).find(L"RUNASADMIN") != std::wstring::npos) {
+                return true;
+            }
+        }
+#endif
+        return false;
+    }
     bool ReadFileBytes(const std::u16string& path, std::string& bytes) override {
         return vrltables::ReadFileBytes(path, bytes);
     }
@@ -103,7 +131,7 @@ int CheckSettings(const std::u16string& path, const Context& context) {
     IniCheck check = CheckIniText(bytes, FromCodePage, context.language);
     GameFolders game;
     DiskFiles files;
-    if (DeriveGameFolders(programFolder, &game)) CheckGamePath(&check, game.game, files, context.language);
+    if (DeriveGameFolders(programFolder, &game)) CheckGamePath(&check, programFolder, game.game, files, context.language);
     for (const TableProblem& problem : check.problems) {
         Print(stdout, SayText(context.language, text::kProblem, {name, std::to_string(problem.line), problem.message}));
     }

@@ -1,5 +1,7 @@
 #include "settings/install_check.h"
 
+#include "app/pe_image.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
@@ -93,12 +95,15 @@ TEST(IniCheck, NamesTheKeyOrSectionMeantAndWhatTheCompanionDoesInstead) {
 // A disk held in memory: paths as the checker forms them, with backslashes.
 class FakeFiles : public vrl::InstallFiles {
 public:
-    std::set<std::u16string> files, folders, games;
+    std::set<std::u16string> files, folders, games, elevated;
     std::map<std::u16string, std::string> contents;
+    std::map<std::u16string, std::uint16_t> machines;
 
     bool FileExists(const std::u16string& path) override { return files.count(path) || contents.count(path); }
     bool FolderExists(const std::u16string& path) override { return folders.count(path) > 0; }
     bool CarriesHspMarker(const std::u16string& path) override { return games.count(path) > 0; }
+    std::uint16_t MachineOf(const std::u16string& path) override { return machines.count(path) ? machines[path] : 0; }
+    bool AsksForAdministrator(const std::u16string& path) override { return elevated.count(path) > 0; }
     bool ReadFileBytes(const std::u16string& path, std::string& bytes) override {
         const auto it = contents.find(path);
         if (it == contents.end()) return false;
@@ -120,7 +125,7 @@ FakeFiles PlayersDisk() {
 
 std::string InstallReport(FakeFiles& disk, const std::string& ini, const std::u16string& program = u"C:\\Morva\\Vorrel") {
     IniCheck check = Check(ini);
-    vrl::CheckGamePath(&check, vrl::FolderOf(program), disk, 0);
+    vrl::CheckGamePath(&check, program, vrl::FolderOf(program), disk, 0);
     std::string out = Report(check);
     for (const auto& finding : vrl::CheckInstallFolder(program, &check.settings, disk, 0)) {
         out += vrl::Utf16ToUtf8(finding.subject) + ": " + finding.message.substr(0, finding.message.find(':')) + "\n";
@@ -169,6 +174,16 @@ TEST(InstallationCheck, TriesTheGameAsTheLauncherDoes) {
     EXPECT_TRUE(Mentions(reportFor("C:\\Morva\\readme.txt"), "which is not the game (it lacks the mark"));
     EXPECT_TRUE(Mentions(reportFor("C:\\Other"), "wstrMorva names the folder \"C:\\Other\", not a program"));
     EXPECT_TRUE(Mentions(reportFor("C:\\Other\\morva.exe"), "wstrMorva names a game outside the folder Vorrel is in"));
+
+    // What the launch cannot do for a game that is the game: load the module into a program of
+    // another processor type, or start a program that asks for administrator rights.
+    disk.machines = {{u"C:\\Morva\\Vorrel\\VrlBoot.exe", 0x14C}, {u"C:\\Morva\\morva.exe", 0x8664}};
+    EXPECT_TRUE(Mentions(reportFor("morva.exe"), "a program for another processor type than VrlBoot.exe"));
+    disk.machines[u"C:\\Morva\\morva.exe"] = 0x14C;
+    disk.elevated.insert(u"C:\\Morva\\morva.exe");
+    EXPECT_TRUE(Mentions(reportFor("morva.exe"), "which asks Windows for administrator rights"));
+    EXPECT_TRUE(vrl::ManifestAsksForAdministrator("<requestedExecutionLevel level=\"requireAdministrator\" uiAccess=\"false\"/>"));
+    EXPECT_FALSE(vrl::ManifestAsksForAdministrator("<requestedExecutionLevel level=\"asInvoker\" uiAccess=\"false\"/>"));
 }
 
 }  // namespace
