@@ -111,6 +111,7 @@ Install CompleteUnpackedPackage() {
     MustCopy(bin + L"\\DemoGame.exe", install.gameExe);
     MustCopy(bin + L"\\VrlDLL.dll", install.ProgramFile(L"VrlDLL.dll"));
     MustCopy(bin + L"\\VrlConfig.exe", install.ProgramFile(L"VrlConfig.exe"));
+    MustCopy(bin + L"\\simbass\\bass.dll", install.ProgramFile(L"bass.dll"));  // the starter rules play sounds
     return install;
 }
 

@@ -56,7 +56,7 @@ Install MakeInstall(const InstallOptions& options = {});
 
 // The players' package as the test fixture unpacked it into a fresh game folder (the build tree's
 // package-e2e\Morva), completed as the guide tells a player: the game's own folders, the game,
-// and the stand-ins for the module and the settings editor beside the companion.
+// and the stand-ins for the module, the settings editor and the audio library beside the companion.
 Install CompleteUnpackedPackage();
 
 // Runs a console program with `folder` as its current folder and no arguments; what it printed
