@@ -61,4 +61,26 @@ void PumpWhileSending(Measure measure) {
     sender.join();
 }
 
+// The log rules and lines every log benchmark sends, as the module builds them.
+namespace payload {
+
+// 50 substring rules and 50 expressions, most of which never match; a few pick lines in colour.
+inline std::string LogRules() {
+    std::string table = "#format,kcsv\r\n#option,bkcolor:#000000\r\n#column,keyword,exact,regex,color\r\n";
+    for (int i = 0; i < 50; ++i) {
+        table += "no such thing " + std::to_string(i) + ",,,#ff0000\r\n";
+        table += "^\\[\\d+\\] The monster" + std::to_string(i) + " (hits|misses) you\\.$,,1,#00ff00\r\n";
+    }
+    table += "gold,,,#ffd700\r\n";
+    return table;
+}
+
+inline std::string LogLine(int i) {
+    static const char* const kTexts[] = {"You hit the putit.", "The putit misses you.", "You pick up 12 gold pieces.",
+                                         "The shopkeeper greets you.", "It starts to rain."};
+    return "[" + std::to_string(i) + "] " + kTexts[i % 5];
+}
+
+}  // namespace payload
+
 }  // namespace vrlbench

@@ -30,23 +30,6 @@ using Clock = std::chrono::steady_clock;
 constexpr int kSideBySideLines = 2000;
 constexpr int kGrowthLines = 100000;
 
-// 50 substring rules and 50 expressions, most of which never match; a few pick lines in colour.
-std::string RulesTable() {
-    std::string table = "#format,kcsv\r\n#option,bkcolor:#000000\r\n#column,keyword,exact,regex,color\r\n";
-    for (int i = 0; i < 50; ++i) {
-        table += "no such thing " + std::to_string(i) + ",,,#ff0000\r\n";
-        table += "^\\[\\d+\\] The monster" + std::to_string(i) + " (hits|misses) you\\.$,,1,#00ff00\r\n";
-    }
-    table += "gold,,,#ffd700\r\n";
-    return table;
-}
-
-std::string LineNumber(int i) {
-    static const char* const kTexts[] = {"You hit the putit.", "The putit misses you.", "You pick up 12 gold pieces.",
-                                         "The shopkeeper greets you.", "It starts to rain."};
-    return "[" + std::to_string(i) + "] " + kTexts[i % 5];
-}
-
 double SendLine(HWND target, const std::string& line) {
     COPYDATASTRUCT data{};
     data.cbData = static_cast<DWORD>(line.size());
@@ -65,7 +48,7 @@ void Measure(HWND logWindow, HWND nullReceiver, DWORD uiThread, int growthLines)
         // Each line finds the window idle, as a line of a game in play does: the window answers
         // before it handles the line, so without this wait a line would find the previous one
         // still being handled (the bursts below measure that case).
-        const std::string line = LineNumber(i);
+        const std::string line = vrlbench::payload::LogLine(i);
         WaitUntilIdle(logWindow);
         toNull.push_back(SendLine(nullReceiver, line));
         WaitUntilIdle(logWindow);
@@ -81,8 +64,8 @@ void Measure(HWND logWindow, HWND nullReceiver, DWORD uiThread, int growthLines)
     // A burst: each line sent as soon as the last one was answered, so that a line also waits for
     // whatever the window still does with the one before.
     std::vector<double> burstNull, burstLog;
-    for (int i = 0; i < kSideBySideLines; ++i) burstNull.push_back(SendLine(nullReceiver, LineNumber(i)));
-    for (int i = 0; i < kSideBySideLines; ++i) burstLog.push_back(SendLine(logWindow, LineNumber(i)));
+    for (int i = 0; i < kSideBySideLines; ++i) burstNull.push_back(SendLine(nullReceiver, vrlbench::payload::LogLine(i)));
+    for (int i = 0; i < kSideBySideLines; ++i) burstLog.push_back(SendLine(logWindow, vrlbench::payload::LogLine(i)));
     WaitUntilIdle(logWindow);
     std::printf("bursts of %d lines, one after the other (ms):\n", kSideBySideLines);
     std::printf("  receiver that does nothing: median %.3f  mean %.3f\n", Median(burstNull), Mean(burstNull));
@@ -94,7 +77,7 @@ void Measure(HWND logWindow, HWND nullReceiver, DWORD uiThread, int growthLines)
     std::printf("%d more lines to the log window, mean cost per line by block of %d (ms):\n", growthLines, blockSize);
     std::vector<double> block;
     for (int i = 0; i < growthLines; ++i) {
-        block.push_back(SendLine(logWindow, LineNumber(kSideBySideLines + i)));
+        block.push_back(SendLine(logWindow, vrlbench::payload::LogLine(kSideBySideLines + i)));
         if (block.size() == static_cast<size_t>(blockSize)) {
             std::printf("  lines %6d-%6d: mean %.3f  median %.3f\n", i + 2 - blockSize, i + 1, Mean(block), Median(block));
             std::fflush(stdout);
@@ -110,7 +93,7 @@ int main(int argc, char** argv) {
     const bool hidden = argc > 1 && std::string(argv[1]) == "hidden";
     const int growth = argc > 2 ? std::atoi(argv[2]) : kGrowthLines;
     const std::wstring folder = vrlbench::EnterBenchFolder(L"vrl_log_line_bench");
-    std::ofstream((folder + L"\\LogEx.kcsv").c_str(), std::ios::binary) << RulesTable();
+    std::ofstream((folder + L"\\LogEx.kcsv").c_str(), std::ios::binary) << vrlbench::payload::LogRules();
 
     ::LoadLibraryW(L"riched20.dll");
     vrl::App().folders.program = folder;
