@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs every test: installs what is missing, builds the three trees, runs the native tests (with
 # sanitizers), a bounded fuzzing pass, builds and checks the players' packages, then the Win32 and
-# end-to-end tests under Wine on Xvfb.
+# end-to-end tests under Wine on Xvfb, and the captures once more on a screen of 144 DPI.
 # Ends with one line "N passed, N failed".
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -42,6 +42,13 @@ echo "== Windows tests under Wine"
   ctest --test-dir "$out/win64" -j 1 --output-on-failure 2>&1 | tee "$logs/win64.log"
 )
 tally "$logs/win64.log"
+
+echo "== screenshots and the treasure map on a screen of 144 DPI"
+(
+  VRL_WINE_DPI=144 source scripts/wine-session.sh
+  ctest --test-dir "$out/win64" -j 1 -R "^(Screenshots|TreasureMap)" --output-on-failure 2>&1 | tee "$logs/win64-144dpi.log"
+)
+tally "$logs/win64-144dpi.log"
 
 echo
 echo "tests: $passed passed, $failed failed"
