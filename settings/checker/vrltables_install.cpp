@@ -33,6 +33,15 @@ std::filesystem::path DiskPath(const std::u16string& path) {
 #endif
 }
 
+// The first `limit` bytes of a file, or fewer when it is shorter (none when it cannot be read).
+std::string ReadHead(const std::u16string& path, std::size_t limit) {
+    std::ifstream file(DiskPath(path), std::ios::binary);
+    std::string head(limit, '\0');
+    file.read(&head[0], static_cast<std::streamsize>(head.size()));
+    head.resize(static_cast<std::size_t>(file.gcount()));
+    return head;
+}
+
 class DiskFiles : public InstallFiles {
 public:
     bool FileExists(const std::u16string& path) override {
@@ -47,20 +56,14 @@ public:
 #ifdef _WIN32
         return ExecutableCarriesHspMarker(Wstr(path));  // the launcher's own test
 #else
-        std::ifstream file(DiskPath(path), std::ios::binary);
-        std::string head(kHspScanLimit, '\0');
-        file.read(&head[0], static_cast<std::streamsize>(head.size()));
-        const auto got = static_cast<std::size_t>(file.gcount());
-        return FindHspMarker(reinterpret_cast<const unsigned char*>(head.data()), got) != kNoHspMarker;
+        const std::string head = ReadHead(path, kHspScanLimit);
+        return FindHspMarker(reinterpret_cast<const unsigned char*>(head.data()), head.size()) != kNoHspMarker;
 #endif
     }
     std::uint16_t MachineOf(const std::u16string& path) override {
-        std::ifstream file(DiskPath(path), std::ios::binary);
-        std::string head(4096, '\0');
-        file.read(&head[0], static_cast<std::streamsize>(head.size()));
+        const std::string head = ReadHead(path, 4096);
         PeHeaders pe;
-        const auto got = static_cast<std::size_t>(file.gcount());
-        return ParsePeHeaders(reinterpret_cast<const unsigned char*>(head.data()), got, &pe) ? pe.machine : 0;
+        return ParsePeHeaders(reinterpret_cast<const unsigned char*>(head.data()), head.size(), &pe) ? pe.machine : 0;
     }
     bool AsksForAdministrator(const std::u16string& path) override {
         std::string image;
@@ -68,7 +71,8 @@ public:
 #ifdef _WIN32
         // "Run this program as an administrator" on the Compatibility tab is kept per program path,
         // for the user or for every user, as a layer named RUNASADMIN.
-        const std::wstring full = std::filesystem::absolute(DiskPath(path)).wstring();
+        std::error_code error;
+        const std::wstring full = std::filesystem::absolute(DiskPath(path), error).wstring();
         for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
             wchar_t layers[512] = {};
             DWORD size = sizeof layers;

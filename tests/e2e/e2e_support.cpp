@@ -63,6 +63,12 @@ bool Install::ProgramFileExists(const std::wstring& name) const {
     return ::GetFileAttributesW(ProgramFile(name).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+void Install::MakeGameFolders() const {
+    for (const wchar_t* folder : {L"save", L"sound", L"user", L"user\\music", L"user\\sound"}) {
+        ::CreateDirectoryW((gameFolder + L"\\" + folder).c_str(), nullptr);
+    }
+}
+
 Install::Install(Install&& other) noexcept
     : root(std::move(other.root)), gameFolder(std::move(other.gameFolder)),
       programFolder(std::move(other.programFolder)), gameExe(std::move(other.gameExe)),
@@ -105,9 +111,7 @@ Install CompleteUnpackedPackage() {
     install.programFolder = install.gameFolder + L"\\Vorrel";
     install.gameExe = install.gameFolder + L"\\DemoGame.exe";
     install.transcript = install.root + L"\\transcript.txt";
-    for (const wchar_t* folder : {L"save", L"sound", L"user", L"user\\music", L"user\\sound"}) {
-        ::CreateDirectoryW((install.gameFolder + L"\\" + folder).c_str(), nullptr);
-    }
+    install.MakeGameFolders();
     MustCopy(bin + L"\\DemoGame.exe", install.gameExe);
     MustCopy(bin + L"\\VrlDLL.dll", install.ProgramFile(L"VrlDLL.dll"));
     MustCopy(bin + L"\\VrlConfig.exe", install.ProgramFile(L"VrlConfig.exe"));

@@ -44,6 +44,8 @@ struct Install {
     // the failure names when it has not.
     std::string WaitForScenarioEnd() const;
     bool ProgramFileExists(const std::wstring& name) const;
+    // The game's own folders (save, sound, user with its music and sound), as a player's game has them.
+    void MakeGameFolders() const;
 };
 
 struct InstallOptions {

@@ -42,9 +42,7 @@ TEST(VrlTablesE2E, ChecksTheTablesBesideItInTheLanguageOfVrlIni) {
 
 TEST(VrlTablesE2E, ChecksTheInstallationAndVrlIniInThePlayersLanguage) {
     const e2e::Install install = e2e::MakeInstall();
-    for (const wchar_t* folder : {L"\\sound", L"\\save", L"\\user", L"\\user\\music", L"\\user\\sound"}) {
-        ::CreateDirectoryW((install.gameFolder + folder).c_str(), nullptr);
-    }
+    install.MakeGameFolders();
     install.WriteIni("iLanguage=0\r\n");
     DWORD exitCode = 99;
     std::string output = RunVrlTables(install, &exitCode);
@@ -55,8 +53,6 @@ TEST(VrlTablesE2E, ChecksTheInstallationAndVrlIniInThePlayersLanguage) {
 
     // As the settings editor writes it (ANSI), with a slip in a key and a game that is not there.
     const std::string wrongGame = e2e::Utf8(install.gameFolder) + "\\Morva.exe";
-    const std::string line2 = "Vrl.ini:2: ";
-    const std::string line4 = "Vrl.ini:4: ";
     for (const char* language : {"0", "1"}) {
         install.WriteProgramFile(L"Vrl.ini", "[Vorrel_v5]\r\nwstrMorva=" + wrongGame + "\r\niLanguage=" + language +
                                                  "\r\nenMusicExtendr=1\r\n");

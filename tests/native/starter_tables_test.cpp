@@ -3,16 +3,15 @@
 
 #include "settings/kcsv.h"
 #include "settings/table_schema.h"
+#include "tests/native/run_tool.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -154,12 +153,7 @@ protected:
         std::string command = "cd " + ShellQuoted((root_ / "Vorrel").string()) + " && LC_ALL= LANG=" +
                               (language == "ja" ? "ja_JP.UTF-8 " : "C ") + ShellQuoted(tool_.string());
         for (const std::string& arg : args) command += " " + ShellQuoted(arg);
-        std::string output;
-        FILE* pipe = popen((command + " 2>&1 </dev/null").c_str(), "r");
-        if (!pipe) return output;
-        char buffer[4096];
-        for (std::size_t got; (got = fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, got);
-        status = WEXITSTATUS(pclose(pipe));
+        std::string output = vrltest::RunTool(command, status);
         std::string scratch = root_.string();
         ReplaceAll(scratch, "/", "\\");
         ReplaceAll(output, scratch, kGameFolder);

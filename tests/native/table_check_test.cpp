@@ -1,12 +1,11 @@
 #include "settings/table_check.h"
+#include "tests/native/run_tool.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -157,16 +156,7 @@ TEST(TableCheck, MessagesInJapanese) {
               "3: 列 \"color\" がありません。抽出ログには一行も写されません\n");
 }
 
-// Runs a command, returns what it printed (stdout and stderr) and sets its exit status.
-std::string RunTool(const std::string& command, int& status) {
-    std::string output;
-    FILE* pipe = popen((command + " 2>&1 </dev/null").c_str(), "r");
-    if (!pipe) return output;
-    char buffer[4096];
-    for (std::size_t got; (got = fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, got);
-    status = WEXITSTATUS(pclose(pipe));
-    return output;
-}
+using vrltest::RunTool;
 
 // The command-line tool itself, run as a player runs it, in a folder laid out like an installation.
 class VrlTables : public testing::Test {
