@@ -111,6 +111,39 @@ private:
     BITMAP info_{};
 };
 
+// The pictures as the list shows them, a cell per row, kept selected in a memory device context of
+// their own: the list's own drawing of an image-list picture makes a device context for every row
+// it paints, and under Wine each one costs three requests to the window server.
+class PetPictureCopy {
+public:
+    PetPictureCopy() : dc_(::CreateCompatibleDC(nullptr)) {}
+    ~PetPictureCopy() {
+        Hold(nullptr);
+        if (dc_) ::DeleteDC(dc_);
+    }
+    PetPictureCopy(const PetPictureCopy&) = delete;
+    PetPictureCopy& operator=(const PetPictureCopy&) = delete;
+
+    // Takes `bitmap` (or nothing) in place of the pictures held so far.
+    void Hold(HBITMAP bitmap) {
+        if (!dc_) {
+            if (bitmap) ::DeleteObject(bitmap);
+            return;
+        }
+        HGDIOBJ previous = bitmap ? ::SelectObject(dc_, bitmap) : (held_ ? ::SelectObject(dc_, original_) : nullptr);
+        if (bitmap && !held_) original_ = previous;
+        if (held_) ::DeleteObject(held_);
+        held_ = bitmap;
+    }
+    // The device context holding the pictures, or null before the first.
+    HDC Dc() const { return held_ ? dc_ : nullptr; }
+
+private:
+    HDC dc_;
+    HBITMAP held_ = nullptr;
+    HGDIOBJ original_ = nullptr;
+};
+
 // The bars' brushes (frame, background, fill), made when the look changes rather than for every
 // paint of the list.
 class PetBarBrushes {
@@ -228,13 +261,17 @@ void CPetExtenderDlg::CreateListParts() {
     }
     pictureSide_ = ScaledForWindow(m_hWnd, kPictureSide);
     pictures_.reset(::ImageList_Create(pictureSide_, pictureSide_, ILC_COLOR32, kPetRows, 0));
+    shownPictures_ = std::make_unique<PetPictureCopy>();
     ListView_SetImageList(list_, pictures_.get(), LVSIL_SMALL);
+    // Row n shows picture n, drawn by the panel after the list (DrawRowExtras). In report view a
+    // small-image list keeps its room in the first column for every row, so a row without an
+    // image of its own still has its picture's place.
     for (int row = 0; row < kPetRows; ++row) {
         LVITEMW item{};
         item.mask = LVIF_TEXT | LVIF_IMAGE;
         item.iItem = row;
         item.pszText = const_cast<wchar_t*>(L"");
-        item.iImage = row;
+        item.iImage = I_IMAGENONE;
         ListView_InsertItem(list_, &item);
     }
 }
@@ -440,6 +477,8 @@ void CPetExtenderDlg::RebuildPictures(const PetPictureStrip& strip) {
         }
         ::SelectObject(target, oldTarget);
         ::ImageList_Add(pictures_.get(), cells, nullptr);
+        shownPictures_->Hold(cells);
+        cells = nullptr;
     }
     if (cells) ::DeleteObject(cells);
     if (source) ::DeleteDC(source);
@@ -458,35 +497,55 @@ LRESULT CPetExtenderDlg::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
         draw.clrTextBk = look_.background;
         return CDRF_DODEFAULT;
     case CDDS_POSTPAINT:
-        DrawBars(draw.nmcd.hdc);
+        DrawRowExtras(draw.nmcd.hdc);
         return CDRF_DODEFAULT;
     }
     return CDRF_DODEFAULT;
 }
 
-void CPetExtenderDlg::DrawBars(HDC dc) const {
-    if (!barBrushes_) return;
-    const int dpi = WindowDpi(m_hWnd);
-    const int inset = ScaleToDpi(kBarInset, dpi), height = ScaleToDpi(kBarHeight, dpi), edge = ScaleToDpi(1, dpi);
-    // Only the rows the paint is for: a message invalidates just the rows it changed.
+// Each row's picture and bars, only in the rows the paint is for: a message invalidates just the
+// rows it changed.
+void CPetExtenderDlg::DrawRowExtras(HDC dc) const {
     RECT clip{};
     ::GetClipBox(dc, &clip);
-    for (int row = 0; row < rows_.RowCount(); ++row) {
+    const int dpi = WindowDpi(m_hWnd);
+    for (int row = 0; row < kPetRows; ++row) {
         RECT rowRect{}, inside{};
         if (!ListView_GetItemRect(list_, row, &rowRect, LVIR_BOUNDS) || !::IntersectRect(&inside, &rowRect, &clip)) continue;
-        for (int bar = 0; bar < kPetBarCount; ++bar) {
-            if (!look_.bars[static_cast<std::size_t>(bar)].drawn) continue;
-            RECT r{};
-            if (!ListView_GetSubItemRect(list_, row, kFirstBarColumn + bar, LVIR_BOUNDS, &r)) continue;
-            ::InflateRect(&r, -inset, -inset);
-            r.top = r.bottom - height;
-            barBrushes_->Fill(bar, PetBarBrushes::kFrame, dc, r);
-            ::InflateRect(&r, -edge, -edge);
-            barBrushes_->Fill(bar, PetBarBrushes::kBackground, dc, r);
-            const BarValue value = PetBarValue(rows_.Row(row), bar);
-            r.right = r.left + BarFillWidth(r.right - r.left, value.current, value.maximum);
-            barBrushes_->Fill(bar, PetBarBrushes::kFill, dc, r);
-        }
+        DrawPicture(dc, row, rowRect.left + ListView_GetColumnWidth(list_, 0));
+        if (row < rows_.RowCount()) DrawBars(dc, row, dpi);
+    }
+}
+
+// Where the list would draw picture `row` of its image list, cut at the first column's edge.
+void CPetExtenderDlg::DrawPicture(HDC dc, int row, int firstColumnRight) const {
+    HDC pictures = shownPictures_ ? shownPictures_->Dc() : nullptr;
+    RECT icon{};
+    icon.left = LVIR_ICON;
+    if (!pictures || !::SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&icon)))
+        return;
+    const int width = std::min({pictureSide_, static_cast<int>(icon.right - icon.left), static_cast<int>(firstColumnRight - icon.left)});
+    const int height = std::min(pictureSide_, static_cast<int>(icon.bottom - icon.top));
+    if (width <= 0 || height <= 0) return;
+    const int top = icon.top + (icon.bottom - icon.top - height) / 2;
+    ::BitBlt(dc, icon.left, top, width, height, pictures, row * pictureSide_, 0, SRCCOPY);
+}
+
+void CPetExtenderDlg::DrawBars(HDC dc, int row, int dpi) const {
+    if (!barBrushes_) return;
+    const int inset = ScaleToDpi(kBarInset, dpi), height = ScaleToDpi(kBarHeight, dpi), edge = ScaleToDpi(1, dpi);
+    for (int bar = 0; bar < kPetBarCount; ++bar) {
+        if (!look_.bars[static_cast<std::size_t>(bar)].drawn) continue;
+        RECT r{};
+        if (!ListView_GetSubItemRect(list_, row, kFirstBarColumn + bar, LVIR_BOUNDS, &r)) continue;
+        ::InflateRect(&r, -inset, -inset);
+        r.top = r.bottom - height;
+        barBrushes_->Fill(bar, PetBarBrushes::kFrame, dc, r);
+        ::InflateRect(&r, -edge, -edge);
+        barBrushes_->Fill(bar, PetBarBrushes::kBackground, dc, r);
+        const BarValue value = PetBarValue(rows_.Row(row), bar);
+        r.right = r.left + BarFillWidth(r.right - r.left, value.current, value.maximum);
+        barBrushes_->Fill(bar, PetBarBrushes::kFill, dc, r);
     }
 }
 

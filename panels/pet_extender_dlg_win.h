@@ -19,6 +19,7 @@
 namespace vrl {
 
 class PetPictureStrip;
+class PetPictureCopy;
 class PetBarBrushes;
 
 class CPetExtenderDlg : public CDialogImplBase {
@@ -53,7 +54,9 @@ private:
     void SetLook(const PetListLook& look);
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     void OnGetDispInfo(NMLVDISPINFOW& info) const;
-    void DrawBars(HDC dc) const;
+    void DrawRowExtras(HDC dc) const;
+    void DrawPicture(HDC dc, int row, int firstColumnRight) const;
+    void DrawBars(HDC dc, int row, int dpi) const;
     void AutoAdjustColumns(int listWidth);
     int ListWidth() const;
     void AskForCellTexts() const;
@@ -70,6 +73,7 @@ private:
     // Ours alone: the list view shares it (LVS_SHAREIMAGELISTS) and leaves it alive when it goes,
     // so it is destroyed here, once, after the window.
     std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImageListDestroyer> pictures_;
+    std::unique_ptr<PetPictureCopy> shownPictures_;
     int pictureSide_ = 0;  // of the image list's pictures, in pixels of this window
     PetPanelOptions options_;
     PetListLook look_;
