@@ -152,7 +152,6 @@ namespace {
 
 // The log window taking in lines, for the hook below (there is one user-interface thread).
 CLogExtenderDlg* g_takingLines = nullptr;
-HWND g_takingWindow = nullptr;
 
 // A fight sends its lines back to back, each a moment after the last was answered: this long
 // without a line ends the run. A run also ends after so many lines or so long, so the views never
@@ -163,11 +162,20 @@ constexpr DWORD kLongestRunMs = 50;
 
 }  // namespace
 
+// The log windows and what is in them: what a message to them may read, clear or move.
+bool CLogExtenderDlg::ShowsViews(HWND window) const {
+    HWND extracted = child_.Handle();
+    return window == m_hWnd || ::IsChild(m_hWnd, window) ||
+           (extracted && (window == extracted || ::IsChild(extracted, window)));
+}
+
 // Messages sent to this thread while it takes in lines pass here before their window sees them.
+// One for a log window that is not a next line finds the views up to date; the other panels'
+// messages have nothing to do with them and do not wait for them.
 LRESULT CALLBACK CLogExtenderDlg::FlushBeforeOtherMessages(int code, WPARAM wp, LPARAM lp) {
     const auto* sent = reinterpret_cast<const CWPSTRUCT*>(lp);
     if (code == HC_ACTION && g_takingLines && sent &&
-        !(sent->message == WM_COPYDATA && sent->hwnd == g_takingWindow))
+        !(sent->message == WM_COPYDATA && sent->hwnd == g_takingLines->m_hWnd) && g_takingLines->ShowsViews(sent->hwnd))
         g_takingLines->FlushPendingLines();
     return ::CallNextHookEx(nullptr, code, wp, lp);
 }
@@ -175,14 +183,13 @@ LRESULT CALLBACK CLogExtenderDlg::FlushBeforeOtherMessages(int code, WPARAM wp, 
 // The lines the game sends while the last ones are handled arrive here as sent messages, each
 // answered at once as always; inserting the run together costs the game far less than a line at a
 // time. Waiting for them costs the game nothing, since it waits only for its answer. Any other
-// message sent meanwhile finds the views up to date, through the hook.
+// message sent meanwhile to the log windows finds the views up to date, through the hook.
 void CLogExtenderDlg::TakeWaitingLines() {
     HHOOK hook = ::SetWindowsHookExW(WH_CALLWNDPROC, &CLogExtenderDlg::FlushBeforeOtherMessages, nullptr,
                                      ::GetCurrentThreadId());
     if (!hook) return;
     takingLines_ = true;
     g_takingLines = this;
-    g_takingWindow = m_hWnd;
     const DWORD start = ::GetTickCount();
     linesInRun_ = 1;
     MSG msg;
@@ -190,7 +197,6 @@ void CLogExtenderDlg::TakeWaitingLines() {
            ::MsgWaitForMultipleObjectsEx(0, nullptr, kLineGapMs, QS_SENDMESSAGE, 0) == WAIT_OBJECT_0)
         ::PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
     g_takingLines = nullptr;
-    g_takingWindow = nullptr;
     takingLines_ = false;
     ::UnhookWindowsHookEx(hook);
 }
@@ -202,8 +208,10 @@ void CLogExtenderDlg::FlushPendingLines() {
         std::vector<PendingRun> runs;
         runs.swap(pending_[page]);
         if (runs.empty() || !pages_[page]) continue;
-        for (const PendingRun& run : runs) log_view::Append(pages_[page], run.text, run.colour);
+        // Held before the text goes in: a rich edit with its redraw on repaints what an insertion
+        // changed there and then.
         redraw_.Touched(pages_[page]);
+        for (const PendingRun& run : runs) log_view::Append(pages_[page], run.text, run.colour);
     }
     flushing_ = false;
 }

@@ -39,7 +39,7 @@ public:
     void SetOwner(HWND owner) { owner_ = owner; }
     UINT_PTR TimerId() const { return timerId_; }
 
-    // Called after each append to `view`.
+    // Called before each append to `view`.
     void Touched(HWND view);
     // Repaints and scrolls what the burst touched; also before any view is shown, hidden or moved
     // between windows, so that no view is left with its redraw off.

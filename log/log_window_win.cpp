@@ -323,8 +323,8 @@ void CLogExtenderDlg::AppendLine(HWND view, const std::u16string& text, Colour c
     if (!view) return;
     const int page = view == pages_[0] ? 0 : view == pages_[1] ? 1 : -1;
     if (page < 0 || flushing_) {
-        log_view::Append(view, text, colour);
         redraw_.Touched(view);
+        log_view::Append(view, text, colour);
         return;
     }
     std::vector<PendingRun>& runs = pending_[page];

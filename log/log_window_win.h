@@ -103,6 +103,7 @@ private:
     bool FullLogEnabled() const;
     void HandleLine(const COPYDATASTRUCT* data);
     void TakeWaitingLines();
+    bool ShowsViews(HWND window) const;
     static LRESULT CALLBACK FlushBeforeOtherMessages(int code, WPARAM wp, LPARAM lp);
 
     CLogExtenderDlg_Child child_;

@@ -1,6 +1,7 @@
 // The log windows in this process, for what the end-to-end tests cannot read from outside: colours,
 // fonts and the text limit of the views, the layout under the tabs, the system menus' clear
-// commands, a burst of lines read between its lines, and speech without its program.
+// commands, a burst of lines read between its lines, shown views repainted once per batch, and
+// speech without its program.
 
 #include "log/log_window_win.h"
 
@@ -10,6 +11,7 @@
 #include <atomic>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "tests/common/alerts_support_win.h"
 #include "tests/common/window_driving_win.h"
@@ -192,6 +194,62 @@ TEST_F(LogWindow, ABurstFromTheGameLooksAsLineByLineToWhateverComesBetweenItsLin
     EXPECT_EQ(ColourOf(extracted_, L"ally 297\r"), kOrange);
     EXPECT_EQ(ColourOf(extracted_, L"You hit 298\r"), kGreen);
     EXPECT_EQ(Text(extracted_).find(L"plain"), std::wstring::npos);
+}
+
+// On screen, the lines go into the views with their redraw held: the views change once for the
+// batch, not as each run of lines goes in.
+std::vector<DWORD> ClientPixels(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, client.right, -client.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    HDC dc = GetDC(window);
+    HDC memory = CreateCompatibleDC(dc);
+    HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    HGDIOBJ old = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, client.right, client.bottom, dc, 0, 0, SRCCOPY);
+    GdiFlush();
+    std::vector<DWORD> pixels(static_cast<const DWORD*>(bits),
+                              static_cast<const DWORD*>(bits) + client.right * client.bottom);
+    SelectObject(memory, old);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(window, dc);
+    return pixels;
+}
+
+void PumpFor(DWORD ms) {
+    MSG msg;
+    for (const DWORD start = GetTickCount(); GetTickCount() - start < ms;) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
+    }
+}
+
+TEST_F(LogWindow, ShownViewsChangeOnceForTheBatchNotRunByRun) {
+    Open();
+    ShowWindow(log_.Handle(), SW_SHOW);
+    PumpFor(400);
+    const std::vector<DWORD> before = ClientPixels(full_);
+    std::atomic<bool> done{false};
+    std::thread game([&] {
+        for (int i = 0; i < 3; ++i) {
+            vrltest::SendCopyData(log_.Handle(), 0, "ally " + std::to_string(i));
+            Sleep(20);  // each line a run of its own
+        }
+        done = true;
+    });
+    MSG msg;
+    while (!done) {  // the lines only: no paint, no timer
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_SENDMESSAGE);
+        PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    }
+    game.join();
+    EXPECT_EQ(Text(full_), L"ally 0\rally 1\rally 2\r");
+    EXPECT_TRUE(ClientPixels(full_) == before) << "a run of lines repainted the view";
+    PumpFor(400);
+    EXPECT_FALSE(ClientPixels(full_) == before) << "the batch did not repaint the view";
 }
 
 // Fresh, each view fills its window with no tabs over it; docked, the views sit right below the row
