@@ -1,5 +1,8 @@
 // What the full-log window does with each line the module sends, and the loading of its rules.
 
+#include <windows.h>
+#include <commctrl.h>
+
 #include <cstring>
 #include <new>
 
@@ -150,9 +153,6 @@ void CLogExtenderDlg::HandleLine(const COPYDATASTRUCT* data) {
 
 namespace {
 
-// The log window taking in lines, for the hook below (there is one user-interface thread).
-CLogExtenderDlg* g_takingLines = nullptr;
-
 // A fight sends its lines back to back, each a moment after the last was answered: this long
 // without a line ends the run. A run also ends after so many lines or so long, so the views never
 // lag far behind.
@@ -162,43 +162,32 @@ constexpr DWORD kLongestRunMs = 50;
 
 }  // namespace
 
-// The log windows and what is in them: what a message to them may read, clear or move.
-bool CLogExtenderDlg::ShowsViews(HWND window) const {
-    HWND extracted = child_.Handle();
-    return window == m_hWnd || ::IsChild(m_hWnd, window) ||
-           (extracted && (window == extracted || ::IsChild(extracted, window)));
-}
-
-// Messages sent to this thread while it takes in lines pass here before their window sees them.
-// One for a log window that is not a next line finds the views up to date; the other panels'
-// messages have nothing to do with them and do not wait for them.
-LRESULT CALLBACK CLogExtenderDlg::FlushBeforeOtherMessages(int code, WPARAM wp, LPARAM lp) {
-    const auto* sent = reinterpret_cast<const CWPSTRUCT*>(lp);
-    if (code == HC_ACTION && g_takingLines && sent &&
-        !(sent->message == WM_COPYDATA && sent->hwnd == g_takingLines->m_hWnd) && g_takingLines->ShowsViews(sent->hwnd))
-        g_takingLines->FlushPendingLines();
-    return ::CallNextHookEx(nullptr, code, wp, lp);
+// The log windows and their views pass every message through here. One sent while a run of lines
+// is taken in, other than a next line, may read, clear or move the views: it finds them up to
+// date. (A subclass costs nothing per message; a message hook would cost the game three requests
+// to the window server under Wine for each line, before its answer.)
+LRESULT CALLBACK CLogExtenderDlg::FlushFirstProc(HWND window, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id,
+                                                 DWORD_PTR log) {
+    auto* self = reinterpret_cast<CLogExtenderDlg*>(log);
+    if (self->takingLines_ && !(msg == WM_COPYDATA && window == self->m_hWnd)) self->FlushPendingLines();
+    // Windows wants a subclass gone before its window is.
+    if (msg == WM_NCDESTROY) ::RemoveWindowSubclass(window, &CLogExtenderDlg::FlushFirstProc, id);
+    return ::DefSubclassProc(window, msg, wp, lp);
 }
 
 // The lines the game sends while the last ones are handled arrive here as sent messages, each
 // answered at once as always; inserting the run together costs the game far less than a line at a
 // time. Waiting for them costs the game nothing, since it waits only for its answer. Any other
-// message sent meanwhile to the log windows finds the views up to date, through the hook.
+// message sent meanwhile to the log windows finds the views up to date (FlushFirstProc).
 void CLogExtenderDlg::TakeWaitingLines() {
-    HHOOK hook = ::SetWindowsHookExW(WH_CALLWNDPROC, &CLogExtenderDlg::FlushBeforeOtherMessages, nullptr,
-                                     ::GetCurrentThreadId());
-    if (!hook) return;
     takingLines_ = true;
-    g_takingLines = this;
     const DWORD start = ::GetTickCount();
     linesInRun_ = 1;
     MSG msg;
     while (linesInRun_ < kLongestRun && ::GetTickCount() - start < kLongestRunMs &&
            ::MsgWaitForMultipleObjectsEx(0, nullptr, kLineGapMs, QS_SENDMESSAGE, 0) == WAIT_OBJECT_0)
         ::PeekMessageW(&msg, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
-    g_takingLines = nullptr;
     takingLines_ = false;
-    ::UnhookWindowsHookEx(hook);
 }
 
 void CLogExtenderDlg::FlushPendingLines() {

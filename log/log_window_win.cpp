@@ -217,6 +217,9 @@ void CLogExtenderDlg::OnInitDialog() {
     OnSize(client.right, client.bottom);
     // The game waits for every line; the dialog manager has nothing to do with them.
     AnswerAheadOfDialogManager(WM_COPYDATA);
+    for (HWND window : {m_hWnd, child_.Handle(), pages_[0], pages_[1]})
+        if (window) ::SetWindowSubclass(window, &CLogExtenderDlg::FlushFirstProc, kFlushFirstSubclassId,
+                                        reinterpret_cast<DWORD_PTR>(this));
 }
 
 void CLogExtenderDlg::OnDestroy() {

@@ -103,8 +103,8 @@ private:
     bool FullLogEnabled() const;
     void HandleLine(const COPYDATASTRUCT* data);
     void TakeWaitingLines();
-    bool ShowsViews(HWND window) const;
-    static LRESULT CALLBACK FlushBeforeOtherMessages(int code, WPARAM wp, LPARAM lp);
+    static LRESULT CALLBACK FlushFirstProc(HWND window, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR log);
+    static constexpr UINT_PTR kFlushFirstSubclassId = 1;
 
     CLogExtenderDlg_Child child_;
     HWND tab_ = nullptr;
