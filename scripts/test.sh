@@ -43,10 +43,11 @@ echo "== Windows tests under Wine"
 )
 tally "$logs/win64.log"
 
-echo "== screenshots and the treasure map on a screen of 144 DPI"
+echo "== captures, placement and the pet panel at 144 DPI (a 1920 x 1440 screen at 150 %)"
 (
-  VRL_WINE_DPI=144 source scripts/wine-session.sh
-  ctest --test-dir "$out/win64" -j 1 -R "^(Screenshots|TreasureMap)" --output-on-failure 2>&1 | tee "$logs/win64-144dpi.log"
+  VRL_WINE_DPI=144 VRL_WINE_SCREEN=1920x1440 source scripts/wine-session.sh
+  ctest --test-dir "$out/win64" -j 1 -R "^(Screenshots|TreasureMap|WindowPlacement|PetPanel)\." --output-on-failure 2>&1 |
+    tee "$logs/win64-144dpi.log"
 )
 tally "$logs/win64-144dpi.log"
 

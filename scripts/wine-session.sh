@@ -3,6 +3,7 @@
 # Everything it starts is ended when the sourcing shell exits.
 #   VRL_WINEPREFIX  prefix folder (default: build/wineprefix)
 #   VRL_WINE_DPI    pixels per logical inch of the session's screen (default: 96)
+#   VRL_WINE_SCREEN the screen's size in pixels (default: 1280x1024)
 _vrl_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export WINEPREFIX=${VRL_WINEPREFIX:-$_vrl_root/build/wineprefix}
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
@@ -15,7 +16,8 @@ export XENVIRONMENT=$WINEPREFIX/vrl.Xresources
 
 _vrl_display=99
 while [[ -e /tmp/.X${_vrl_display}-lock || -e /tmp/.X11-unix/X${_vrl_display} ]]; do _vrl_display=$((_vrl_display + 1)); done
-Xvfb ":$_vrl_display" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+_vrl_screen=${VRL_WINE_SCREEN:-1280x1024}
+Xvfb ":$_vrl_display" -screen 0 "${_vrl_screen}x24" -nolisten tcp >/dev/null 2>&1 &
 _vrl_xvfb_pid=$!
 export DISPLAY=":$_vrl_display"
 for _ in $(seq 50); do [[ -e /tmp/.X11-unix/X${_vrl_display} ]] && break; sleep 0.1; done
@@ -44,7 +46,6 @@ vrl_desktop_up() {
 # X11 map and unmap events that never come (hiding a tray icon would otherwise take two seconds).
 if ! /usr/lib/wine/wine64 reg query 'HKCU\Software\Wine\Explorer' /v Desktop >/dev/null 2>&1; then
   /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
-  /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1024 /f >/dev/null 2>&1
   # Japanese text: this machine has no Meiryo UI, and the title bar and menu font has no Japanese
   # glyphs. Map the panel face to IPA Gothic and link it behind the system faces.
   /usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Meiryo UI' /d 'IPAPGothic' /f >/dev/null 2>&1
@@ -53,7 +54,8 @@ if ! /usr/lib/wine/wine64 reg query 'HKCU\Software\Wine\Explorer' /v Desktop >/d
       /v "$face" /t REG_MULTI_SZ /d 'ipagp.ttf,IPAPGothic' /f >/dev/null 2>&1
   done
 fi
-# Every session states its resolution: the prefix keeps whatever an earlier one set.
+# Every session states its size and resolution: the prefix keeps whatever an earlier one set.
+/usr/lib/wine/wine64 reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d "$_vrl_screen" /f >/dev/null 2>&1
 /usr/lib/wine/wine64 reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${VRL_WINE_DPI:-96}" /f >/dev/null 2>&1
 # Start afresh, so that nothing of the set-up is still closing when the session begins: the
 # desktop process ends a few seconds after the last program with a window has gone, and a program

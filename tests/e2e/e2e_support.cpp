@@ -421,4 +421,11 @@ HWND WaitForMenu(DWORD processId, DWORD ms) {
     return menu;
 }
 
+int AtScreenDpi(int pixels) {
+    HDC screen = ::GetDC(nullptr);
+    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
+    ::ReleaseDC(nullptr, screen);
+    return ::MulDiv(pixels, dpi, 96);
+}
+
 }  // namespace e2e

@@ -132,6 +132,9 @@ COLORREF ScreenPixel(int x, int y);
 // The pixels of a rectangle of the screen, row by row from the top, each as 0x00RRGGBB.
 std::vector<DWORD> ScreenPixels(const RECT& area);
 
+// A size the companion is given in pixels at 96 DPI, on this session's screen.
+int AtScreenDpi(int pixels);
+
 // Ends every demo game process still around (tests must not leave processes behind).
 void EndDemoGames();
 

@@ -193,12 +193,15 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
     EXPECT_EQ(pets.Send({kPutit}), TRUE);
 
     // The HP bar of putit (50 of 100) is half in the default bar colour, half in its background.
+    // The bar sits 2 pixels inside its cell (at 96 DPI), 6 high, with a frame of 1.
     pets.MoveTheGameAway();
+    const auto px = e2e::AtScreenDpi;
     const RECT hp = pets.CellRect(0, 5);
-    const int barY = hp.bottom - 2 - 3;
-    const int inner = (hp.right - 3) - (hp.left + 3);
-    EXPECT_EQ(PixelOnceItIs(hp.left + 3 + inner / 4, barY, RGB(255, 155, 155)), RGB(255, 155, 155));
-    EXPECT_EQ(PixelOnceItIs(hp.left + 3 + inner * 3 / 4, barY, RGB(0, 0, 0)), RGB(0, 0, 0));
+    const int barY = hp.bottom - px(2) - px(3);
+    const int inside = px(2) + px(1);
+    const int inner = (hp.right - inside) - (hp.left + inside);
+    EXPECT_EQ(PixelOnceItIs(hp.left + inside + inner / 4, barY, RGB(255, 155, 155)), RGB(255, 155, 155));
+    EXPECT_EQ(PixelOnceItIs(hp.left + inside + inner * 3 / 4, barY, RGB(0, 0, 0)), RGB(0, 0, 0));
 
     // Cancel after changes writes nothing.
     HWND dialog = OpenColourDialog(pets);
@@ -240,11 +243,12 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
         EXPECT_NE(written.find(option), std::string::npos) << option << " in\n" << written;
     const RECT hpNow = pets.CellRect(0, 5);  // the ST column has no width now: HP has more
     EXPECT_GT(hpNow.right - hpNow.left, hp.right - hp.left);
-    EXPECT_EQ(PixelOnceItIs(hpNow.left + 5, hpNow.bottom - 5, RGB(0, 255, 0)), RGB(0, 255, 0));
+    EXPECT_EQ(PixelOnceItIs(hpNow.left + px(5), hpNow.bottom - px(5), RGB(0, 255, 0)), RGB(0, 255, 0));
 
-    // The filter and a column width are saved when the game ends, and read at the next start.
+    // The filter and a column width are saved when the game ends, and read at the next start; the
+    // file holds widths at 96 DPI.
     pets.ChooseFilter(1);
-    ::SendMessageW(pets.list, LVM_SETCOLUMNWIDTH, 1, 133);
+    ::SendMessageW(pets.list, LVM_SETCOLUMNWIDTH, 1, px(133));
     ::PostMessageW(pets.game, WM_CLOSE, 0, 0);
     ASSERT_EQ(pets.companion->WaitExit(15000), 1u);
     const std::string saved = ReadFile(pets.install, L"PetInfo.kcsv");
@@ -253,7 +257,7 @@ TEST(PetPanel, ColourDialogBarsAndOptionsKeptAcrossARestart) {
 
     pets.Start("");
     EXPECT_EQ(::SendDlgItemMessageW(pets.panel, kFilterId, CB_GETCURSEL, 0, 0), 1);
-    EXPECT_EQ(::SendMessageW(pets.list, LVM_GETCOLUMNWIDTH, 1, 0), 133);
+    EXPECT_EQ(::SendMessageW(pets.list, LVM_GETCOLUMNWIDTH, 1, 0), px(133));
 }
 
 }  // namespace

@@ -128,9 +128,12 @@ TEST(WindowPlacement, RestoreBringsBackWhatSaveKeptAndResetLaysOutTheDefaults) {
     s.Command(vrl::kCmdPlacementReset);
     const RECT area = WorkArea();
     EXPECT_EQ(Text(RectOf(s.game)), "0,0,200,150");
-    EXPECT_EQ(Text(RectOf(s.fullLog)), Text({0, area.bottom - 360, 640, area.bottom}));
-    EXPECT_EQ(Text(RectOf(s.extractedLog)), Text({640, area.bottom - 360, 1280, area.bottom}));
-    EXPECT_EQ(Text(RectOf(s.quickSearch)), Text({0, area.bottom - 390, 541, area.bottom - 360}));
+    // Pixels at 96 DPI, on the screen's resolution.
+    const auto px = e2e::AtScreenDpi;
+    EXPECT_EQ(Text(RectOf(s.fullLog)), Text({0, area.bottom - px(360), px(640), area.bottom}));
+    EXPECT_EQ(Text(RectOf(s.extractedLog)), Text({px(640), area.bottom - px(360), 2 * px(640), area.bottom}));
+    EXPECT_EQ(Text(RectOf(s.quickSearch)),
+              Text({0, area.bottom - px(390), px(541), area.bottom - px(390) + px(30)}));
     // The panels hang from the work area's right edge, the item panel left of the pet panel, the
     // music panel in its bottom-right corner.
     const RECT music = RectOf(s.music);
