@@ -2,6 +2,8 @@
 
 #include <richedit.h>
 
+#include <algorithm>
+
 #include "ui/wide_win.h"
 
 namespace vrl {
@@ -48,15 +50,18 @@ void ScrollToEnd(HWND view) { ::SendMessageW(view, WM_VSCROLL, SB_BOTTOM, 0); }
 }  // namespace log_view
 
 void LogRedrawBatch::Touched(HWND view) {
-    for (const Entry& entry : touched_) {
-        if (entry.view == view) return;
+    const DWORD now = ::GetTickCount();
+    const bool known = std::any_of(touched_.begin(), touched_.end(), [view](const Entry& e) { return e.view == view; });
+    if (!known) {
+        // Only a visible view is held: turning redraw back on may also set the visible bit, which
+        // must not show a view that was hidden.
+        const bool hold = ::IsWindowVisible(view) != FALSE;
+        if (hold) ::SendMessageW(view, WM_SETREDRAW, FALSE, 0);
+        if (touched_.empty()) heldSince_ = now;
+        touched_.push_back({view, hold});
     }
-    // Only a visible view is held: turning redraw back on may also set the visible bit, which
-    // must not show a view that was hidden.
-    const bool hold = ::IsWindowVisible(view) != FALSE;
-    if (hold) ::SendMessageW(view, WM_SETREDRAW, FALSE, 0);
-    touched_.push_back({view, hold});
-    if (touched_.size() == 1 && owner_) ::SetTimer(owner_, timerId_, kPeriodMs, nullptr);
+    // Setting the timer again restarts it; past the longest hold it is left to run out.
+    if (owner_ && now - heldSince_ + kSettleMs <= kLongestHoldMs) ::SetTimer(owner_, timerId_, kSettleMs, nullptr);
 }
 
 void LogRedrawBatch::Flush() {

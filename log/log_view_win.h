@@ -30,10 +30,13 @@ void ScrollToEnd(HWND view);
 // The module sends lines one SendMessage at a time and the game waits for each. Repainting a
 // visible view per line costs far more than the insertion, so during a burst the visible views
 // keep their redraw off, and a short timer on `owner` turns it back on, repaints and scrolls to
-// the end: once per kPeriodMs while lines keep coming, and soon after the last one.
+// the end: kSettleMs after the last run of lines, or kLongestHoldMs after the first while lines
+// keep coming. A repaint costs a view several milliseconds under Wine, in which the game's next
+// line waits: in a fight it comes twice a second.
 class LogRedrawBatch {
 public:
-    static constexpr UINT kPeriodMs = 250;
+    static constexpr DWORD kSettleMs = 50;
+    static constexpr DWORD kLongestHoldMs = 500;
 
     LogRedrawBatch(UINT_PTR timerId) : timerId_(timerId) {}  // NOLINT: one owner, set later
     void SetOwner(HWND owner) { owner_ = owner; }
@@ -53,6 +56,7 @@ private:
     HWND owner_ = nullptr;
     UINT_PTR timerId_;
     std::vector<Entry> touched_;
+    DWORD heldSince_ = 0;  // tick count of the batch's first append
 };
 
 }  // namespace vrl
