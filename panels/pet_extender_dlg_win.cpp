@@ -116,7 +116,8 @@ private:
 // it paints, and under Wine each one costs three requests to the window server.
 class PetPictureCopy {
 public:
-    PetPictureCopy() : dc_(::CreateCompatibleDC(nullptr)) {}
+    PetPictureCopy()
+        : dc_(::CreateCompatibleDC(nullptr)), original_(dc_ ? ::GetCurrentObject(dc_, OBJ_BITMAP) : nullptr) {}
     ~PetPictureCopy() {
         Hold(nullptr);
         if (dc_) ::DeleteDC(dc_);
@@ -124,14 +125,14 @@ public:
     PetPictureCopy(const PetPictureCopy&) = delete;
     PetPictureCopy& operator=(const PetPictureCopy&) = delete;
 
-    // Takes `bitmap` (or nothing) in place of the pictures held so far.
+    // Takes `bitmap` (ours from now on) in place of the pictures held so far; null holds none. A
+    // bitmap is deleted only once no device context has it selected.
     void Hold(HBITMAP bitmap) {
         if (!dc_) {
             if (bitmap) ::DeleteObject(bitmap);
             return;
         }
-        HGDIOBJ previous = bitmap ? ::SelectObject(dc_, bitmap) : (held_ ? ::SelectObject(dc_, original_) : nullptr);
-        if (bitmap && !held_) original_ = previous;
+        ::SelectObject(dc_, bitmap ? static_cast<HGDIOBJ>(bitmap) : original_);
         if (held_) ::DeleteObject(held_);
         held_ = bitmap;
     }
@@ -140,8 +141,8 @@ public:
 
 private:
     HDC dc_;
+    HGDIOBJ original_;  // the bitmap the context was made with
     HBITMAP held_ = nullptr;
-    HGDIOBJ original_ = nullptr;
 };
 
 // The bars' brushes (frame, background, fill), made when the look changes rather than for every
@@ -509,10 +510,11 @@ void CPetExtenderDlg::DrawRowExtras(HDC dc) const {
     RECT clip{};
     ::GetClipBox(dc, &clip);
     const int dpi = WindowDpi(m_hWnd);
+    const int firstColumnWidth = ListView_GetColumnWidth(list_, 0);
     for (int row = 0; row < kPetRows; ++row) {
         RECT rowRect{}, inside{};
         if (!ListView_GetItemRect(list_, row, &rowRect, LVIR_BOUNDS) || !::IntersectRect(&inside, &rowRect, &clip)) continue;
-        DrawPicture(dc, row, rowRect.left + ListView_GetColumnWidth(list_, 0));
+        DrawPicture(dc, row, rowRect.left + firstColumnWidth);
         if (row < rows_.RowCount()) DrawBars(dc, row, dpi);
     }
 }
@@ -521,9 +523,7 @@ void CPetExtenderDlg::DrawRowExtras(HDC dc) const {
 void CPetExtenderDlg::DrawPicture(HDC dc, int row, int firstColumnRight) const {
     HDC pictures = shownPictures_ ? shownPictures_->Dc() : nullptr;
     RECT icon{};
-    icon.left = LVIR_ICON;
-    if (!pictures || !::SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&icon)))
-        return;
+    if (!pictures || !ListView_GetItemRect(list_, row, &icon, LVIR_ICON)) return;
     const int width = std::min({pictureSide_, static_cast<int>(icon.right - icon.left), static_cast<int>(firstColumnRight - icon.left)});
     const int height = std::min(pictureSide_, static_cast<int>(icon.bottom - icon.top));
     if (width <= 0 || height <= 0) return;

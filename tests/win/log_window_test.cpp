@@ -196,8 +196,6 @@ TEST_F(LogWindow, ABurstFromTheGameLooksAsLineByLineToWhateverComesBetweenItsLin
     EXPECT_EQ(Text(extracted_).find(L"plain"), std::wstring::npos);
 }
 
-// On screen, the lines go into the views with their redraw held: the views change once for the
-// batch, not as each run of lines goes in.
 // The pixels of the view's client area, as the screen shows them.
 std::vector<COLORREF> ShownPixels(HWND view) {
     RECT client{};
@@ -218,6 +216,8 @@ void PumpFor(DWORD ms) {
     }
 }
 
+// On screen, the lines go into the views with their redraw held: the views change once for the
+// batch, not as each run of lines goes in.
 TEST_F(LogWindow, ShownViewsChangeOnceForTheBatchNotRunByRun) {
     Open();
     ShowWindow(log_.Handle(), SW_SHOW);
