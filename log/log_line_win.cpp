@@ -193,14 +193,19 @@ void CLogExtenderDlg::TakeWaitingLines() {
 void CLogExtenderDlg::FlushPendingLines() {
     if (flushing_) return;
     flushing_ = true;
-    for (int page = 0; page < 2; ++page) {
-        std::vector<PendingRun> runs;
-        runs.swap(pending_[page]);
-        if (runs.empty() || !pages_[page]) continue;
-        // Held before the text goes in: a rich edit with its redraw on repaints what an insertion
-        // changed there and then.
-        redraw_.Touched(pages_[page]);
-        for (const PendingRun& run : runs) log_view::Append(pages_[page], run.text, run.colour);
+    // Called from window procedures of every kind (the subclass among them): nothing may leave it.
+    try {
+        for (int page = 0; page < 2; ++page) {
+            std::vector<PendingRun> runs;
+            runs.swap(pending_[page]);
+            if (runs.empty() || !pages_[page]) continue;
+            // Held before the text goes in: a rich edit with its redraw on repaints what an
+            // insertion changed there and then.
+            redraw_.Touched(pages_[page]);
+            for (const PendingRun& run : runs) log_view::Append(pages_[page], run.text, run.colour);
+        }
+    } catch (const std::exception&) {
+        // Out of memory: the lines that were waiting are lost, the log goes on.
     }
     flushing_ = false;
 }
